@@ -1,0 +1,40 @@
+// CTQCharSet: character references to ISO-8859-1 bytes.
+#ifndef PAGESCAN_CHARSET_H
+#define PAGESCAN_CHARSET_H
+
+#include "pagescan_export.h"
+#include "rw/rwcregexp.h"
+#include "rw/rwcstring.h"
+#include "rw/rwhashdictionary.h"
+
+// A dictionary of the 100 named references (the HTML 4 Latin-1 set, quot, amp, lt, gt) to single
+// bytes. One instance lives as long as the library. "nbsp" is the ordinary blank, deliberately,
+// while "&#160;" is byte 160; there is no "apos".
+// Threads the instance is only read after its construction; convert may run on several threads at
+//         once on different strings.
+class PAGESCAN_EXPORT CTQCharSet : public RWHashDictionary {
+ public:
+  // Builds the table and registers the instance; logs an error when one is registered already and
+  // takes its place all the same.
+  CTQCharSet();
+  CTQCharSet(const CTQCharSet&) = delete;
+  CTQCharSet& operator=(const CTQCharSet&) = delete;
+  ~CTQCharSet() override;
+
+  // The registered instance. Null, with an error logged, when there is none; none is ever made.
+  static CTQCharSet* fsGetSingleton();
+
+  // Decodes the references of `text` in place, in a single pass: "&amp;lt;" becomes "&lt;".
+  // Unknown names, numbers above 255 and hexadecimal references of more than two digits stay.
+  // A number is read with automatic base, deliberately: "&#0101;" is octal, and "&#09;" becomes a
+  // NUL byte.
+  // Cost    linear in the text.
+  void convert(RWCString& text);
+
+  static CTQCharSet* msSingleton;
+
+ private:
+  RWCRegexp* pattern;
+};
+
+#endif

@@ -1,0 +1,161 @@
+// RWCString: a mutable, length-counted byte string with cheap copies.
+//
+// Bytes      Any, NUL included. Positions and lengths are byte counts, ranges half-open; a failed
+//            search yields `npos`. The bytes are always followed by a NUL that does not count.
+// Storage    Texts of up to 15 bytes stand in the object; longer ones stand in a heap buffer that
+//            copies share until one of them is written to. Neither an empty string nor a copy of a
+//            shareable string allocates.
+// Case       Folding is per byte and of the ASCII letters alone, whatever the process's locale.
+// Errors     std::bad_alloc; RWBoundsErr and std::out_of_range where an operation says so. A failed
+//            operation leaves the string as it was.
+// Threads    Distinct objects may be used on different threads at once, also when they share a
+//            buffer; one object belongs to one thread at a time.
+#ifndef PAGESCAN_RW_RWCSTRING_H
+#define PAGESCAN_RW_RWCSTRING_H
+
+#include <cstddef>
+
+#include "../pagescan_export.h"
+
+class RWCRegexp;
+
+class PAGESCAN_EXPORT RWCString {
+ public:
+  enum caseCompare { exact = 0, ignoreCase = 1 };
+  enum stripType { leading = 1, trailing = 2, both = 3 };
+
+  static constexpr std::size_t npos = static_cast<std::size_t>(-1);
+
+  RWCString() noexcept : data_(local_), length_(0) { local_[0] = '\0'; }
+
+  // Copies the bytes up to the closing NUL; a null pointer gives an empty string.
+  RWCString(const char* text);
+
+  // Copies `length` bytes; a null pointer gives an empty string.
+  RWCString(const char* bytes, std::size_t length);
+
+  RWCString(const RWCString& other);
+  RWCString(RWCString&& other) noexcept;
+  RWCString& operator=(const RWCString& other);
+  RWCString& operator=(RWCString&& other) noexcept;
+  RWCString& operator=(const char* text);
+  ~RWCString();
+
+  std::size_t length() const noexcept { return length_; }
+
+  // The bytes and their closing NUL, valid until the string changes or dies. Never copies.
+  const char* data() const noexcept { return data_; }
+
+  // Bounds-tested. Read through a const string, `index` may equal the length (the closing NUL).
+  // Fails   RWBoundsErr when the index is out of range.
+  char operator[](std::size_t index) const {
+    if (index > length_) throwBounds(index, length_);
+    return data_[index];
+  }
+
+  // A writable reference, valid until the string changes. It ends the sharing of this buffer for
+  // good: copies made afterwards have bytes of their own.
+  // Fails   RWBoundsErr when `index` is not below the length; std::bad_alloc while unsharing.
+  // Cost    one copy of the bytes when they are shared.
+  char& operator[](std::size_t index);
+
+  // The same two without the test of the index.
+  char operator()(std::size_t index) const noexcept { return data_[index]; }
+  char& operator()(std::size_t index);
+
+  // The bytes of the leftmost match, empty when there is none.
+  RWCString operator()(const RWCRegexp& pattern) const;
+
+  // The first occurrence at or after `start`, or npos; also npos when `start` lies beyond the
+  // length. An empty pattern is found at `start`; a null one counts as empty.
+  // Cost    linear in the text for patterns of a bounded length.
+  std::size_t index(const char* pattern, std::size_t start = 0, caseCompare = exact) const noexcept;
+  std::size_t index(const RWCString& pattern, std::size_t start = 0,
+                    caseCompare = exact) const noexcept;
+  std::size_t index(char byte, std::size_t start = 0) const noexcept;
+
+  // The leftmost match at or after `start`, the longest one from there, or npos. `matchLength`
+  // receives its length and is left alone when there is no match.
+  // Cost    linear in the text, whatever the text.
+  std::size_t index(const RWCRegexp& pattern, std::size_t start = 0) const;
+  std::size_t index(const RWCRegexp& pattern, std::size_t* matchLength,
+                    std::size_t start = 0) const;
+
+  // Editing in place. The bytes given may be the string's own.
+  RWCString& append(const char* text);
+  RWCString& append(const char* bytes, std::size_t length);
+  RWCString& append(const RWCString& text) { return append(text.data_, text.length_); }
+  RWCString& append(char byte) { return append(&byte, 1); }
+  RWCString& operator+=(const RWCString& text) { return append(text.data_, text.length_); }
+  RWCString& operator+=(const char* text) { return append(text); }
+  RWCString& operator+=(char byte) { return append(&byte, 1); }
+
+  // Fails   std::out_of_range when `position` lies beyond the length.
+  RWCString& insert(std::size_t position, const char* text);
+  RWCString& insert(std::size_t position, const char* bytes, std::size_t length);
+  RWCString& insert(std::size_t position, const RWCString& text);
+
+  // Removes up to `count` bytes; the count is cut to what is left.
+  // Fails   std::out_of_range when `position` lies beyond the length.
+  RWCString& remove(std::size_t position, std::size_t count = npos);
+
+  // Cuts the string, or fills it up with `fill`.
+  void resize(std::size_t length, char fill = '\0');
+
+  void swap(RWCString& other) noexcept;
+
+  // Lower-cases the ASCII letters in place.
+  void toLower();
+
+  // The text without its leading, trailing or both runs of `byte`.
+  RWCString strip(stripType type = trailing, char byte = ' ') const;
+
+  // Below, at or above 0 as this text sorts before, with or after the other, by unsigned bytes.
+  int compareTo(const char* other, caseCompare = exact) const noexcept;
+  int compareTo(const RWCString& other, caseCompare = exact) const noexcept;
+
+  // Equal strings have equal hashes.
+  unsigned hash() const noexcept;
+
+ private:
+  struct Buffer;
+  static constexpr std::size_t kLocalCapacity = 15;
+
+  bool isLocal() const noexcept { return data_ == local_; }
+  std::size_t capacity() const noexcept;
+  bool isShared() const noexcept;
+  void adopt(const char* bytes, std::size_t length);
+  void shareOrCopy(const RWCString& other);
+  void steal(RWCString& other) noexcept;
+  void release() noexcept;
+  void setLength(std::size_t length) noexcept;
+  void makeWritable(std::size_t capacity);
+  char* openGap(std::size_t position, std::size_t count, const char*& bytes, RWCString& keep);
+  char& writableByte(std::size_t index);
+  [[noreturn]] static void throwBounds(std::size_t index, std::size_t lastValid);
+
+  char* data_;          // the bytes: `local_`, or just behind `*buffer_`
+  std::size_t length_;
+  union {
+    char local_[kLocalCapacity + 1];
+    Buffer* buffer_;
+  };
+};
+
+PAGESCAN_EXPORT bool operator==(const RWCString& a, const RWCString& b) noexcept;
+PAGESCAN_EXPORT bool operator==(const RWCString& a, const char* b) noexcept;
+inline bool operator==(const char* a, const RWCString& b) noexcept { return b == a; }
+inline bool operator!=(const RWCString& a, const RWCString& b) noexcept { return !(a == b); }
+inline bool operator!=(const RWCString& a, const char* b) noexcept { return !(a == b); }
+inline bool operator!=(const char* a, const RWCString& b) noexcept { return !(b == a); }
+inline bool operator<(const RWCString& a, const RWCString& b) noexcept {
+  return a.compareTo(b) < 0;
+}
+
+// Both texts in order, in a new string. An empty operand yields a copy of the other.
+// Cost    one allocation at the most.
+PAGESCAN_EXPORT RWCString operator+(const RWCString& s, const char* cs);
+PAGESCAN_EXPORT RWCString operator+(const char* cs, const RWCString& s);
+PAGESCAN_EXPORT RWCString operator+(const RWCString& a, const RWCString& b);
+
+#endif

@@ -1,0 +1,61 @@
+// urlBase: a page's URL, and the resolution of links against it.
+#ifndef PAGESCAN_TQURLBASE_H
+#define PAGESCAN_TQURLBASE_H
+
+#include "pagescan_export.h"
+#include "rw/rwcstring.h"
+
+// Whether a URL is one that a page-relative resolver handles: one without a scheme, or with a
+// scheme that begins with "http" or "clsid". The test is by prefix, deliberately: "httpx:" passes.
+// Cost    linear in the scheme.
+PAGESCAN_EXPORT bool isHttpProtocol(const RWCString& url);
+
+// Holds the base URL and splits it on first use; only http and https bases are split. A base that
+// cannot be split leaves `protocol` and `fileName` of an earlier base in place, and links are
+// resolved against them all the same: a host that reuses an object for such a base gets stale
+// results.
+// Threads one object is used by one thread at a time: resolving changes it on first use.
+class PAGESCAN_EXPORT urlBase {
+ public:
+  urlBase();
+  explicit urlBase(const RWCString& url);
+  virtual ~urlBase();
+
+  // Takes `url` up to its first "#", cleaned by stripUrl with escapes decoded. The parts below keep
+  // their values until the next split. Always returns true.
+  bool setBase(const RWCString& url);
+
+  // Split the base, once after each setBase; whichever of the two comes first decides the spelling
+  // of `protocol`. Return 0 for a base with a path, 1 for one without or when the split had been
+  // attempted, -1 for one that is not http or https.
+  int shortParse();  // protocol "http://" or "https://"
+  int parse();       // protocol "http:" or "https:"
+
+  // The absolute form of a link, for single links of a host. Decodes character entities in `url`
+  // and cleans it, in place, also dropping a leading "./" and putting the protocol in front of a
+  // leading "//".
+  // A single byte other than "/" yields the base directory; "?x" is put behind the directory
+  // without the file name, both deliberately.
+  // Cost    linear in the link and the base.
+  RWCString calcUrl(RWCString& url);
+
+  // The absolute form of a link as the offset parser writes it: no entities are decoded, "./" and
+  // "../" are folded up to the query, backslashes become slashes.
+  // out            receives the result; may be `in`
+  // resolveEmpty   whether an empty `in` yields the base directory; otherwise `out` is left alone
+  // decodePercent  as in stripUrl
+  // Cost           linear in the link and the base, a long run of "../" included.
+  void calcUrl(const RWCString& in, RWCString& out, bool resolveEmpty, bool decodePercent);
+
+  RWCString fullUrl;      // the base without fragment, cleaned
+  RWCString baseNoQuery;  // fullUrl before its first "?"
+  RWCString protocol;     // in lower case; see the two splits
+  RWCString host;         // user information and port included
+  RWCString dirPath;      // from the "/" behind the host through the path's last "/"
+  RWCString fileName;     // what follows the path's last "/"
+  int dirDepth;           // number of "/" in dirPath; 0 for a URL without a path
+  bool parsed;            // a split was attempted since the last setBase
+  bool spareFlag;         // cleared by the default constructor alone; read by nothing
+};
+
+#endif

@@ -1,0 +1,84 @@
+// CHTMLOffsetParser: turns HTML pages and style text into tag records with resolved URLs and byte
+// offsets.
+#ifndef PAGESCAN_ZKHTMLOFFSETPARSER_H
+#define PAGESCAN_ZKHTMLOFFSETPARSER_H
+
+#include "pagescan_export.h"
+#include "rw/rwcstring.h"
+#include "rw/rwordered.h"
+#include "tqurlbase.h"
+
+class CZKHTMLDietTransactionsObject;
+class CZKHtmlDietVirtualQueue;
+
+// Records one object per tag of interest (BASE, BODY, TABLE, TD, TH, APPLET, OBJECT, EMBED, FRAME,
+// IFRAME, IMG, SCRIPT, LINK, INPUT, XML, ?IMPORT) with those of its URL-bearing attributes that
+// are there. Anchors and areas are not of interest.
+//
+// Offsets    of attributes are those of the value's first byte in the text given, -1 for an
+//            attribute without a value; texts of 2 GiB or more are outside the contract.
+// Ownership  the parser owns every record until it is destroyed, the sink only borrows them.
+// Threads    one parser is used by one thread at a time; parsers share nothing.
+class PAGESCAN_EXPORT CHTMLOffsetParser {
+ public:
+  // `pageUrl` is the URL against which values are resolved; null counts as empty.
+  explicit CHTMLOffsetParser(const char* pageUrl);
+  CHTMLOffsetParser(const CHTMLOffsetParser&) = delete;
+  CHTMLOffsetParser& operator=(const CHTMLOffsetParser&) = delete;
+
+  // Destroys every record; does not touch the sink.
+  virtual ~CHTMLOffsetParser();
+
+  // The sink that is shown each record at once; null for none. Not owned.
+  void SetDietVirtualQueue(CZKHtmlDietVirtualQueue* queue);
+  CZKHtmlDietVirtualQueue* GetDietVirtualQueue();
+
+  // Records the tags of a page, in order. Records of earlier calls stay.
+  // page        read up to its closing NUL; null counts as empty. `pageLength` is ignored,
+  //             deliberately: a page with a NUL byte inside ends there.
+  // Scripts' bodies and comments yield nothing. Never returns on a page on which blanking its
+  // scripts would not (see tqFindEndlessScript). Text that is not well-formed yields fewer
+  // records; text behind a bare tag can be taken for its attributes.
+  // Fails       std::bad_alloc; the records made so far stay.
+  // Cost        linear in the page.
+  void ParseHTML(const char* page, unsigned long pageLength);
+
+  // Records every URL of style text, url(...) and @import targets, as an "IMG" record with one
+  // "src". Offsets are those in `css`.
+  // A double-quoted string behind the last "url(" is taken for a URL.
+  // Fails       RWBoundsErr, deliberately, when a url(...) stands in a text that begins with its
+  //             property's name ("background:url(a.gif)"); records made so far stay. A rule set
+  //             around the declarations avoids it.
+  // Cost        linear in the text.
+  void ParseCSS(const RWCString& css);
+
+  // Shows a finished record to the sink and takes it over; null is ignored.
+  void InsertObjectToQueue(CZKHTMLDietTransactionsObject* record);
+
+  // Writes every record to standard output. Each must have an attribute.
+  void PrintAll();
+
+  // The steps of ParseHTML, on the page of the latest call.
+
+  // Whether `c` ends a tag's name: TAB, LF, CR, SPACE, "<", ">" or, deliberately, "~".
+  bool isWhiteSpace(char& c);
+
+  // Goes on to the next tag and returns its name as written, empty at the end of the page.
+  RWCString findTagName();
+
+  // Makes the record of the tag whose name, in upper case, was just read.
+  void parseHTMLElement(RWCString elementName);
+
+ private:
+  class HtmlPass;
+  class CssPass;
+
+  RWCString html;          // the page, blanked; byte positions are the page's
+  unsigned long position;  // index into html
+  int spare;               // read by no operation
+  CZKHtmlDietVirtualQueue* dietQueue;
+  urlBase base;
+  RWOrdered records;
+};
+
+#endif
