@@ -1,0 +1,50 @@
+# What every target of this project has in common.
+
+include(CheckPIESupported)
+check_pie_supported(LANGUAGES CXX)
+
+set(PAGESCAN_SANITIZED OFF)
+if("${CMAKE_CXX_FLAGS} ${PAGESCAN_LIBRARY_FLAGS}" MATCHES "-fsanitize=")
+  set(PAGESCAN_SANITIZED ON)
+endif()
+
+# Sources and programs are found by folder, so that a new file needs no edit here.
+macro(pagescan_collect variable)
+  file(GLOB ${variable} CONFIGURE_DEPENDS LIST_DIRECTORIES false ${ARGN})
+endmacro()
+
+# Language, warnings and bounds checks of our own targets; never imposed on a host.
+function(pagescan_own_target target)
+  target_compile_features(${target} PRIVATE cxx_std_20)
+  set_target_properties(${target} PROPERTIES
+    CXX_EXTENSIONS OFF
+    POSITION_INDEPENDENT_CODE ON
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON)
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wconversion -Wshadow -Werror)
+  target_compile_definitions(${target} PRIVATE _GLIBCXX_ASSERTIONS)
+  if(PAGESCAN_SANITIZED)
+    # g++ sees uninitialised reads in its own headers once they are instrumented.
+    target_compile_options(${target} PRIVATE "$<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>")
+  else()
+    target_compile_options(${target} PRIVATE
+      -fstack-protector-strong
+      "$<$<CONFIG:Release>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
+    target_link_options(${target} PRIVATE LINKER:-z,relro,-z,now)
+  endif()
+endfunction()
+
+# A library of helper code that may have no sources yet, only headers.
+function(pagescan_helper_library target)
+  cmake_parse_arguments(ARG "" "" "SOURCES;INCLUDES;LIBRARIES" ${ARGN})
+  if(ARG_SOURCES)
+    add_library(${target} STATIC ${ARG_SOURCES})
+    pagescan_own_target(${target})
+    set(scope PUBLIC)
+  else()
+    add_library(${target} INTERFACE)
+    set(scope INTERFACE)
+  endif()
+  target_include_directories(${target} ${scope} ${ARG_INCLUDES})
+  target_link_libraries(${target} ${scope} ${ARG_LIBRARIES})
+endfunction()
