@@ -25,8 +25,7 @@ PAGESCAN_EXPORT bool htmlIsWhiteSpace(char c);
 PAGESCAN_EXPORT bool htmlSkipWhiteSpaces(RWCString& text, unsigned long end, unsigned long& pos);
 
 // The same, up to the first white space, "<" or ">".
-PAGESCAN_EXPORT bool htmlSkipNonWhiteSpaces(RWCString& text, unsigned long end,
-                                            unsigned long& pos);
+PAGESCAN_EXPORT bool htmlSkipNonWhiteSpaces(RWCString& text, unsigned long end, unsigned long& pos);
 
 // Reads one attribute value, quoted or bare, copying its bytes as they stand.
 // start       the byte before the value, normally the "=" of the attribute

@@ -134,7 +134,7 @@ class PAGESCAN_EXPORT RWCString {
   char& writableByte(std::size_t index);
   [[noreturn]] static void throwBounds(std::size_t index, std::size_t lastValid);
 
-  char* data_;          // the bytes: `local_`, or just behind `*buffer_`
+  char* data_;  // the bytes: `local_`, or just behind `*buffer_`
   std::size_t length_;
   union {
     char local_[kLocalCapacity + 1];
@@ -144,10 +144,18 @@ class PAGESCAN_EXPORT RWCString {
 
 PAGESCAN_EXPORT bool operator==(const RWCString& a, const RWCString& b) noexcept;
 PAGESCAN_EXPORT bool operator==(const RWCString& a, const char* b) noexcept;
-inline bool operator==(const char* a, const RWCString& b) noexcept { return b == a; }
-inline bool operator!=(const RWCString& a, const RWCString& b) noexcept { return !(a == b); }
-inline bool operator!=(const RWCString& a, const char* b) noexcept { return !(a == b); }
-inline bool operator!=(const char* a, const RWCString& b) noexcept { return !(b == a); }
+inline bool operator==(const char* a, const RWCString& b) noexcept {
+  return b == a;
+}
+inline bool operator!=(const RWCString& a, const RWCString& b) noexcept {
+  return !(a == b);
+}
+inline bool operator!=(const RWCString& a, const char* b) noexcept {
+  return !(a == b);
+}
+inline bool operator!=(const char* a, const RWCString& b) noexcept {
+  return !(b == a);
+}
 inline bool operator<(const RWCString& a, const RWCString& b) noexcept {
   return a.compareTo(b) < 0;
 }

@@ -60,11 +60,11 @@ class PAGESCAN_EXPORT RWHashDictionary : public RWCollectable {
   void enterInIndex(std::size_t pair) noexcept;
   void freeMemory() noexcept;
 
-  Pair* pairs_;            // in the order of insertion
+  Pair* pairs_;  // in the order of insertion
   std::size_t entries_;
   std::size_t capacity_;
   std::size_t hint_;
-  unsigned* index_;        // open addressing, pair number + 1 or 0; null while a scan is as quick
+  unsigned* index_;  // open addressing, pair number + 1 or 0; null while a scan is as quick
   std::size_t indexMask_;
   Pair few_[kFew];
 };

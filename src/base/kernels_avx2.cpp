@@ -1,0 +1,31 @@
+// Compiled for AVX2; nothing here may run before the machine was asked whether it has it.
+#include <immintrin.h>
+
+#include "base/kernels_impl.h"
+#include "base/kernels_levels.h"
+
+namespace pagescan {
+namespace {
+
+struct Avx2 {
+  using Type = __m256i;
+  using Mask = std::uint32_t;
+  static constexpr std::size_t kWidth = 32;
+
+  static Type load(const char* at) {
+    return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(at));
+  }
+  static void store(char* at, Type v) { _mm256_storeu_si256(reinterpret_cast<__m256i*>(at), v); }
+  static Type fill(char c) { return _mm256_set1_epi8(c); }
+  static Type equal(Type a, Type b) { return _mm256_cmpeq_epi8(a, b); }
+  static Type either(Type a, Type b) { return _mm256_or_si256(a, b); }
+  static Type both(Type a, Type b) { return _mm256_and_si256(a, b); }
+  static Type differ(Type a, Type b) { return _mm256_xor_si256(a, b); }
+  static Mask mask(Type v) { return static_cast<Mask>(_mm256_movemask_epi8(v)); }
+};
+
+}  // namespace
+
+constinit const Kernels kAvx2Kernels = kernelsOver<Avx2>();
+
+}  // namespace pagescan
