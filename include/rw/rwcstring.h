@@ -13,7 +13,11 @@
 #ifndef PAGESCAN_RW_RWCSTRING_H
 #define PAGESCAN_RW_RWCSTRING_H
 
+#include <sys/single_threaded.h>
+
+#include <atomic>
 #include <cstddef>
+#include <cstring>
 
 #include "../pagescan_export.h"
 
@@ -34,12 +38,12 @@ class PAGESCAN_EXPORT RWCString {
   // Copies `length` bytes; a null pointer gives an empty string.
   RWCString(const char* bytes, std::size_t length);
 
-  RWCString(const RWCString& other);
-  RWCString(RWCString&& other) noexcept;
+  RWCString(const RWCString& other) { adoptFrom(other); }
+  RWCString(RWCString&& other) noexcept { stealFrom(other); }
   RWCString& operator=(const RWCString& other);
   RWCString& operator=(RWCString&& other) noexcept;
   RWCString& operator=(const char* text);
-  ~RWCString();
+  ~RWCString() { release(); }
 
   std::size_t length() const noexcept { return length_; }
 
@@ -57,11 +61,14 @@ class PAGESCAN_EXPORT RWCString {
   // good: copies made afterwards have bytes of their own.
   // Fails   RWBoundsErr when `index` is not below the length; std::bad_alloc while unsharing.
   // Cost    one copy of the bytes when they are shared.
-  char& operator[](std::size_t index);
+  char& operator[](std::size_t index) {
+    if (index >= length_) throwBounds(index, length_ == 0 ? 0 : length_ - 1);
+    return writableByte(index);
+  }
 
   // The same two without the test of the index.
   char operator()(std::size_t index) const noexcept { return data_[index]; }
-  char& operator()(std::size_t index);
+  char& operator()(std::size_t index) { return writableByte(index); }
 
   // The bytes of the leftmost match, empty when there is none.
   RWCString operator()(const RWCRegexp& pattern) const;
@@ -118,23 +125,106 @@ class PAGESCAN_EXPORT RWCString {
   unsigned hash() const noexcept;
 
  private:
-  struct Buffer;
+  // The head of a heap buffer; the bytes follow it.
+  class Buffer {
+   public:
+    explicit Buffer(std::size_t capacity) noexcept : owners_(1), capacity_(capacity) {}
+
+    std::size_t capacity() const noexcept { return capacity_; }
+    char* bytes() noexcept { return reinterpret_cast<char*>(this + 1); }
+
+    // False when the buffer must not be shared; otherwise counts one more owner.
+    bool share() noexcept {
+      const std::size_t owners = owners_.load(std::memory_order_relaxed);
+      if (owners == kNeverShared) return false;
+      if (__libc_single_threaded) {
+        owners_.store(owners + 1, std::memory_order_relaxed);
+      } else {
+        owners_.fetch_add(1, std::memory_order_relaxed);
+      }
+      return true;
+    }
+
+    // Counts one owner less; true when that was the last one.
+    bool drop() noexcept {
+      const std::size_t owners = owners_.load(std::memory_order_acquire);
+      if (owners <= 1) return true;
+      if (__libc_single_threaded) {
+        owners_.store(owners - 1, std::memory_order_relaxed);
+        return false;
+      }
+      return owners_.fetch_sub(1, std::memory_order_acq_rel) == 1;
+    }
+
+    bool isShared() const noexcept { return owners_.load(std::memory_order_acquire) > 1; }
+    void endSharing() noexcept { owners_.store(kNeverShared, std::memory_order_relaxed); }
+
+   private:
+    static constexpr std::size_t kNeverShared = 0;  // one owner, who has given out a reference
+
+    std::atomic<std::size_t> owners_;
+    std::size_t capacity_;
+  };
+
+  struct Piece {
+    const char* bytes;
+    std::size_t length;
+  };
+
   static constexpr std::size_t kLocalCapacity = 15;
 
   bool isLocal() const noexcept { return data_ == local_; }
-  std::size_t capacity() const noexcept;
-  bool isShared() const noexcept;
-  void adopt(const char* bytes, std::size_t length);
-  void shareOrCopy(const RWCString& other);
-  void steal(RWCString& other) noexcept;
-  void release() noexcept;
-  void setLength(std::size_t length) noexcept;
-  void makeWritable(std::size_t capacity);
-  char* openGap(std::size_t position, std::size_t count, const char*& bytes, RWCString& keep);
-  char& writableByte(std::size_t index);
+  bool isShared() const noexcept { return !isLocal() && buffer_->isShared(); }
+  std::size_t capacity() const noexcept { return isLocal() ? kLocalCapacity : buffer_->capacity(); }
+  bool canHold(std::size_t length) const noexcept { return !isShared() && length <= capacity(); }
+  void release() noexcept {
+    if (!isLocal() && buffer_->drop()) freeBuffer(buffer_);
+  }
+  void setLength(std::size_t length) noexcept {
+    length_ = length;
+    data_[length] = '\0';
+  }
+  void adoptFrom(const RWCString& other) {
+    length_ = other.length_;
+    if (other.isLocal()) {
+      data_ = local_;
+      std::memcpy(local_, other.local_, sizeof local_);
+    } else if (other.buffer_->share()) {
+      data_ = other.data_;
+      buffer_ = other.buffer_;
+    } else {
+      copyBytes(other.data_, other.length_);
+    }
+  }
+  void stealFrom(RWCString& other) noexcept {
+    length_ = other.length_;
+    if (other.isLocal()) {
+      data_ = local_;
+      std::memcpy(local_, other.local_, sizeof local_);
+    } else {
+      data_ = other.data_;
+      buffer_ = other.buffer_;
+      other.data_ = other.local_;
+    }
+    other.setLength(0);
+  }
+
+  static Buffer* newBuffer(std::size_t capacity);
+  static void freeBuffer(Buffer* buffer) noexcept;
   [[noreturn]] static void throwBounds(std::size_t index, std::size_t lastValid);
 
-  char* data_;  // the bytes: `local_`, or just behind `*buffer_`
+  friend PAGESCAN_EXPORT RWCString operator+(const RWCString& s, const char* cs);
+  friend PAGESCAN_EXPORT RWCString operator+(const char* cs, const RWCString& s);
+  friend PAGESCAN_EXPORT RWCString operator+(const RWCString& a, const RWCString& b);
+
+  static RWCString joined(Piece head, Piece tail);
+  std::size_t capacityFor(std::size_t length) const noexcept;
+  void copyBytes(const char* bytes, std::size_t length);
+  void rebuild(std::size_t capacity, Piece head, Piece middle, Piece tail);
+  void unshare();
+  char& writableByte(std::size_t index);
+
+  char* data_;  // the bytes: local_, or those of *buffer_
   std::size_t length_;
   union {
     char local_[kLocalCapacity + 1];
