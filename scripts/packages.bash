@@ -11,7 +11,7 @@ declare -rA packagesOf=(
            libcurl4-openssl-dev"
   [abi]="abigail-tools"
   [package]="dpkg-dev fakeroot file lintian"
-  [docs]="doxygen"
+  [docs]="doxygen python3"
 )
 
 asRoot() {

@@ -13,11 +13,12 @@ from pathlib import Path
 LAYERS = [
     ("base", ["include/pagescan_export.h", "src/base/*"]),
     ("rw", ["include/rw/*", "src/rw/*"]),
+    ("text helpers", ["src/text_view.*", "src/scratch_text.*"]),
     ("host routines", ["include/hostroutines.h", "src/host/*"]),
-    ("encodings", ["*/charset.*", "*/zkutf8.*", "*/zkurlencoding.*", "*/tqbuffpart.*"]),
-    ("scanning and URLs", ["*/zkhtmlparseutils.*", "*/tqurlbase.*", "*/urlcmp.*"]),
-    ("finder and records", ["*/zkhtmlattributefinder.*", "*/zkhtmldiet*.*"]),
-    ("offset parser", ["*/zkhtmloffsetparser.*"]),
+    ("encodings", ["*/charset*", "*/zkutf8*", "*/zkurlencoding*", "*/tqbuffpart*"]),
+    ("scanning and URLs", ["*/zkhtmlparseutils*", "src/url_*", "*/tqurlbase*", "*/urlcmp*"]),
+    ("finder and records", ["*/zkhtmlattributefinder*", "*/zkhtmldiet*"]),
+    ("offset parser", ["*/zkhtmloffsetparser*"]),
     ("everything", ["include/pagescan.h"]),
 ]
 HOSTS = ["tool/*", "examples/*", "tests/shared/*", "tests/host/*"]
