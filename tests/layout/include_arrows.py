@@ -17,7 +17,7 @@ LAYERS = [
     ("host routines", ["include/hostroutines.h", "src/host/*"]),
     ("encodings", ["*/charset*", "*/zkutf8*", "*/zkurlencoding*", "*/tqbuffpart*"]),
     ("scanning and URLs", ["*/zkhtmlparseutils*", "src/url_*", "*/tqurlbase*", "*/urlcmp*"]),
-    ("finder and records", ["*/zkhtmlattributefinder*", "*/zkhtmldiet*"]),
+    ("finder and records", ["*/zkhtmlattributefinder*", "*/zkhtmldiet*", "src/tags_of_interest.*"]),
     ("offset parser", ["*/zkhtmloffsetparser*"]),
     ("everything", ["include/pagescan.h"]),
 ]
