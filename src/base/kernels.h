@@ -26,6 +26,12 @@ struct PairProbe {
   std::size_t distance;
 };
 
+// Pairs of neighbouring bytes as isUtf8 judges them.
+struct PairCount {
+  std::size_t good;  // a lead byte and a continuation byte
+  std::size_t bad;   // a lead byte and anything else; an ASCII byte and a continuation byte
+};
+
 struct Kernels {
   // The first p with *p fitting probe.first and p[probe.distance] fitting probe.second, or `end`.
   // `end` bounds p alone: the `probe.distance` bytes behind it must be readable.
@@ -33,6 +39,13 @@ struct Kernels {
 
   // The XOR of `count` 64-bit little-endian words at any alignment.
   std::uint64_t (*xorWords)(const char* words, std::size_t count);
+
+  // The pairs of a range of at least one byte. May stop once more than `mostBad` are bad.
+  PairCount (*countUtf8Pairs)(const char* begin, const char* end, std::size_t mostBad);
+
+  // Copies bytes up to the first one of 128 or above and returns its place, or `end`. `out` has
+  // room for the whole range; what stands there behind the copied bytes is unspecified.
+  const char* (*copyAscii)(const char* begin, const char* end, char* out);
 };
 
 extern const Kernels* activeKernels;

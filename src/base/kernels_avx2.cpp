@@ -21,6 +21,16 @@ struct Avx2 {
   static Type either(Type a, Type b) { return _mm256_or_si256(a, b); }
   static Type both(Type a, Type b) { return _mm256_and_si256(a, b); }
   static Type differ(Type a, Type b) { return _mm256_xor_si256(a, b); }
+  static Type less(Type a, Type b) { return _mm256_cmpgt_epi8(b, a); }
+  static Type without(Type a, Type b) { return _mm256_andnot_si256(b, a); }
+  static Type minus(Type a, Type b) { return _mm256_sub_epi8(a, b); }
+  static std::size_t sum(Type v) {
+    const __m256i quarters = _mm256_sad_epu8(v, _mm256_setzero_si256());
+    const __m128i halves =
+        _mm_add_epi64(_mm256_castsi256_si128(quarters), _mm256_extracti128_si256(quarters, 1));
+    const __m128i total = _mm_add_epi64(halves, _mm_unpackhi_epi64(halves, halves));
+    return static_cast<std::size_t>(_mm_cvtsi128_si64(total));
+  }
   static Mask mask(Type v) { return static_cast<Mask>(_mm256_movemask_epi8(v)); }
 };
 

@@ -2,7 +2,11 @@
 //   kWidth                     bytes in a vector; a Mask has one bit for each
 //   load(p), store(p, v)       kWidth bytes at any alignment
 //   fill(c)                    one byte repeated
-//   equal, either, both, differ bytewise ==, OR, AND, XOR
+//   equal, less                bytewise == and signed <, all bits of a byte set where it holds
+//   either, both, differ       OR, AND, XOR
+//   without(a, b)              the bits of a that b has not
+//   minus(a, b)                bytewise difference
+//   sum(v)                     of all bytes, unsigned
 //   mask(v)                    the top bit of each byte
 // Included by one source for each vector type, never elsewhere.
 #ifndef PAGESCAN_BASE_KERNELS_IMPL_H
@@ -12,6 +16,7 @@
 #include <cstring>
 
 #include "base/kernels.h"
+#include "base/kernels_text_impl.h"
 
 namespace pagescan {
 namespace {
@@ -83,6 +88,8 @@ constexpr Kernels kernelsOver() {
   return {
       .findPair = findPair<Vector>,
       .xorWords = xorWords<Vector>,
+      .countUtf8Pairs = countUtf8Pairs<Vector>,
+      .copyAscii = copyAscii<Vector>,
   };
 }
 

@@ -18,6 +18,14 @@ struct Sse2 {
   static Type either(Type a, Type b) { return _mm_or_si128(a, b); }
   static Type both(Type a, Type b) { return _mm_and_si128(a, b); }
   static Type differ(Type a, Type b) { return _mm_xor_si128(a, b); }
+  static Type less(Type a, Type b) { return _mm_cmplt_epi8(a, b); }
+  static Type without(Type a, Type b) { return _mm_andnot_si128(b, a); }
+  static Type minus(Type a, Type b) { return _mm_sub_epi8(a, b); }
+  static std::size_t sum(Type v) {
+    const __m128i halves = _mm_sad_epu8(v, _mm_setzero_si128());
+    const __m128i total = _mm_add_epi64(halves, _mm_unpackhi_epi64(halves, halves));
+    return static_cast<std::size_t>(_mm_cvtsi128_si64(total));
+  }
   static Mask mask(Type v) { return static_cast<Mask>(_mm_movemask_epi8(v)); }
 };
 
