@@ -93,6 +93,14 @@ bool equalsIgnoringCase(const char* a, const char* b, std::size_t length) {
   return true;
 }
 
+int compareIgnoringCase(const char* a, const char* b, std::size_t length) {
+  for (std::size_t i = 0; i < length; ++i) {
+    const int difference = toByte(toLower(a[i])) - toByte(toLower(b[i]));
+    if (difference != 0 || a[i] == '\0') return difference;
+  }
+  return 0;
+}
+
 const char* findIgnoringCase(const char* begin, const char* end, std::string_view text) {
   if (text.empty()) return begin;
   if (begin > end || static_cast<std::size_t>(end - begin) < text.size()) return end;

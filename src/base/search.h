@@ -45,6 +45,9 @@ inline const char* findText(const char* begin, const char* end, std::string_view
 // Whether `length` bytes are the same but for the case of ASCII letters.
 bool equalsIgnoringCase(const char* a, const char* b, std::size_t length);
 
+// Compares as strncasecmp does in the "C" locale: up to `length` bytes, stopping at a NUL.
+int compareIgnoringCase(const char* a, const char* b, std::size_t length);
+
 inline bool equalsIgnoringCase(std::string_view a, std::string_view b) {
   return a.size() == b.size() && equalsIgnoringCase(a.data(), b.data(), a.size());
 }

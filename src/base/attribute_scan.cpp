@@ -1,0 +1,90 @@
+#include "base/attribute_scan.h"
+
+#include <array>
+
+#include "base/byte_class.h"
+#include "base/search.h"
+
+namespace pagescan {
+namespace {
+
+constexpr ByteClass kNameBytes = kLettersAndDigits | ByteClass::of("-");
+constexpr ByteClass kSeparators = kHtmlWhiteSpace | ByteClass::of("\"");
+constexpr ByteClass kBreaks = kHtmlWhiteSpace | ByteClass::of(">");
+constexpr ByteClass kQuotes = ByteClass::of("\"'");
+
+enum class ByteKind : unsigned char { unexpected, nameByte, separator, tagEnd, equals };
+
+constexpr std::array<ByteKind, 256> kKinds = [] {
+  std::array<ByteKind, 256> kinds{};
+  for (std::size_t i = 0; i < kinds.size(); ++i) {
+    const char c = static_cast<char>(i);
+    if (kNameBytes.contains(c)) kinds[i] = ByteKind::nameByte;
+    if (kSeparators.contains(c)) kinds[i] = ByteKind::separator;
+  }
+  kinds[toByte('>')] = ByteKind::tagEnd;
+  kinds[toByte('=')] = ByteKind::equals;
+  return kinds;
+}();
+
+// A name on its way: begun when `begin` is set, complete when `end` is.
+struct Name {
+  const char* begin = nullptr;
+  const char* end = nullptr;
+
+  void endAt(const char* at) {
+    if (begin && !end) end = at;
+  }
+
+  ScannedName as(ScannedName::Kind kind) const { return {kind, begin, end, end}; }
+  ScannedName before(const char* equals) const { return {ScannedName::equals, begin, end, equals}; }
+};
+
+ScannedName without(ScannedName::Kind kind, const char* next) {
+  return {kind, nullptr, nullptr, next};
+}
+
+}  // namespace
+
+ScannedName scanName(const char* begin, const char* end) {
+  Name name;
+  for (const char* at = begin; at < end; ++at) {
+    switch (kKinds[toByte(*at)]) {
+      case ByteKind::separator:
+        name.endAt(at);
+        break;
+      case ByteKind::nameByte:
+        if (name.end) return name.as(ScannedName::bareName);
+        if (!name.begin) name.begin = at;
+        break;
+      case ByteKind::tagEnd:
+        name.endAt(at);
+        return name.begin ? name.as(ScannedName::lastName) : without(ScannedName::tagEnd, at + 1);
+      case ByteKind::equals:
+        name.endAt(at);
+        return name.begin ? name.before(at) : without(ScannedName::strayEquals, at);
+      case ByteKind::unexpected:
+        at = findFirstOf(at, end, kBreaks);
+        if (at == end) {
+          return name.end ? name.as(ScannedName::cutName) : without(ScannedName::nothing, end);
+        }
+        if (*at == '>') {
+          return name.end ? name.as(ScannedName::lastName) : without(ScannedName::tagEnd, at + 1);
+        }
+        break;
+    }
+  }
+  return name.end ? name.as(ScannedName::bareName) : without(ScannedName::nothing, end);
+}
+
+ScannedValue scanValue(const char* begin, const char* end) {
+  begin = findFirstNotOf(begin, end, kHtmlWhiteSpace);
+  if (begin >= end) return {ScannedValue::missing, nullptr, nullptr};
+  const bool isQuoted = kQuotes.contains(*begin);
+  const char quote = *begin;
+  if (isQuoted) ++begin;
+  const char* stop = isQuoted ? findByte(begin, end, quote) : findFirstOf(begin, end, kBreaks);
+  return {stop == end ? ScannedValue::cut : ScannedValue::whole, begin, stop};
+}
+
+}  // namespace pagescan

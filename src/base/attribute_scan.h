@@ -1,0 +1,54 @@
+// The one reading of a tag's attributes: names, and values quoted or bare. Works on [begin, end),
+// copies nothing, never throws; cost is linear in the bytes passed.
+#ifndef PAGESCAN_BASE_ATTRIBUTE_SCAN_H
+#define PAGESCAN_BASE_ATTRIBUTE_SCAN_H
+
+#include <string_view>
+
+namespace pagescan {
+
+struct ScannedName {
+  enum Kind {
+    nothing,      // the text ended
+    tagEnd,       // ">" came first; `next` is behind it
+    strayEquals,  // "=" without a name came first; `next` is at it
+    bareName,     // a name without "="; `next` is at its end
+    lastName,     // the same, and the tag ends behind it
+    cutName,      // the same, and nothing but unexpected bytes follows up to the end of the text
+    equals,       // a name, and `next` is at its "="
+  };
+
+  Kind kind;
+  const char* begin;
+  const char* end;
+  const char* next;
+
+  std::string_view name() const { return {begin, static_cast<std::size_t>(end - begin)}; }
+};
+
+// Reads the next name. Letters, digits and "-" make names; white space and double quotes separate
+// them; any other byte is unexpected and skipped up to the next white space or ">", a name begun
+// before it going on behind it.
+ScannedName scanName(const char* begin, const char* end);
+
+struct ScannedValue {
+  enum Kind {
+    missing,  // nothing but white space follows; `begin` is null
+    cut,      // the text ended inside the value
+    whole,    // `end` is the closing quote or the byte that ended a bare value
+  };
+
+  Kind kind;
+  const char* begin;
+  const char* end;
+
+  std::string_view value() const { return {begin, static_cast<std::size_t>(end - begin)}; }
+};
+
+// Reads the value that follows a "=", from the byte behind it on. There are no escapes; in quotes
+// all other bytes are content.
+ScannedValue scanValue(const char* begin, const char* end);
+
+}  // namespace pagescan
+
+#endif
