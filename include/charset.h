@@ -34,6 +34,8 @@ class PAGESCAN_EXPORT CTQCharSet : public RWHashDictionary {
   static CTQCharSet* msSingleton;
 
  private:
+  explicit CTQCharSet(std::size_t buckets);
+
   RWCRegexp* pattern;
 };
 
