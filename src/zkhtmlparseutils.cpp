@@ -1,0 +1,415 @@
+#include "zkhtmlparseutils.h"
+
+#include <cassert>
+#include <cstring>
+
+#include "base/attribute_scan.h"
+#include "base/byte_class.h"
+#include "base/forward_search.h"
+#include "base/search.h"
+#include "base/url_scheme.h"
+#include "text_view.h"
+#include "url_cleaning.h"
+
+using namespace pagescan;
+
+// --- Scanning ---------------------------------------------------------------------------------
+
+namespace {
+
+constexpr ByteClass kWordEnds = kHtmlWhiteSpace | ByteClass::of("<>");
+constexpr ByteClass kTagOrWordEnds = kHtmlWhiteSpace | ByteClass::of(">");
+constexpr char kAnyTerminator = '~';
+
+unsigned long boundedBy(const RWCString& text, unsigned long end) {
+  return end < text.length() ? end : text.length();
+}
+
+// Steps over the byte at `pos` unseen, then to what `find` finds.
+template <class Find>
+bool stepTo(const RWCString& text, unsigned long end, unsigned long& pos, Find find) {
+  end = boundedBy(text, end);
+  ++pos;
+  if (pos >= end) return false;
+  pos = offsetIn(text, find(text.data() + pos, text.data() + end));
+  return pos < end;
+}
+
+}  // namespace
+
+bool htmlIsWhiteSpace(char c) {
+  return kHtmlWhiteSpace.contains(c);
+}
+
+bool htmlSkipWhiteSpaces(RWCString& text, unsigned long end, unsigned long& pos) {
+  return stepTo(text, end, pos, [](const char* from, const char* to) {
+    return findFirstNotOf(from, to, kHtmlWhiteSpace);
+  });
+}
+
+bool htmlSkipNonWhiteSpaces(RWCString& text, unsigned long end, unsigned long& pos) {
+  return stepTo(text, end, pos,
+                [](const char* from, const char* to) { return findFirstOf(from, to, kWordEnds); });
+}
+
+bool htmlGetStringValue(RWCString& text, RWCString& value, unsigned long start,
+                        unsigned long& valueStart, unsigned long& furthest, unsigned long end) {
+  end = boundedBy(text, end);
+  if (start + 1 >= end) return false;
+  const ScannedValue scanned = scanValue(text.data() + start + 1, text.data() + end);
+  if (scanned.kind == ScannedValue::missing) return false;
+  valueStart = offsetIn(text, scanned.begin);
+  const unsigned long stop = offsetIn(text, scanned.end);
+  value = stringOf(scanned.value());
+  if (scanned.kind == ScannedValue::cut) return false;
+  if (furthest < stop) furthest = stop;
+  return true;
+}
+
+bool isElementOfType(const char* name, unsigned long nameLength, RWCString& text, unsigned long pos,
+                     char terminator) {
+  if (pos > text.length() || text.length() - pos < nameLength) return false;
+  const char* at = text.data() + pos;
+  if (compareIgnoringCase(at, name, nameLength) != 0) return false;
+  return terminator == kAnyTerminator || at[nameLength] == terminator || at[nameLength] == '>';
+}
+
+void htmlFindNextAttribute_(RWCString& text, RWCString& name, RWCString& value, unsigned long& pos,
+                            unsigned long& valueStart) {
+  if (pos >= text.length()) return;
+  const char* end = endOf(text);
+  const ScannedName scanned = scanName(text.data() + pos, end);
+  switch (scanned.kind) {
+    case ScannedName::nothing:
+    case ScannedName::cutName:
+      return;
+    case ScannedName::tagEnd:
+      pos = offsetIn(text, scanned.next);
+      return;
+    case ScannedName::strayEquals: {
+      const char* stop = findFirstOf(scanned.next, end, kTagOrWordEnds);
+      if (stop < end && *stop == '>') pos = offsetIn(text, stop) + 1;
+      return;
+    }
+    case ScannedName::bareName:
+    case ScannedName::lastName:
+      pos = offsetIn(text, scanned.next);
+      name = stringOf(scanned.name());
+      value = RWCString();
+      return;
+    case ScannedName::equals: {
+      unsigned long readStart = 0;
+      unsigned long readEnd = 0;
+      const unsigned long equals = offsetIn(text, scanned.next);
+      name = stringOf(scanned.name());
+      if (!htmlGetStringValue(text, value, equals, readStart, readEnd, text.length())) return;
+      valueStart = readStart;
+      pos = readEnd;
+      return;
+    }
+  }
+}
+
+// --- Blanking ---------------------------------------------------------------------------------
+
+namespace {
+
+// Overwrites bytes of a text in place; the text is unshared before the first of them changes.
+class Overwriter {
+ public:
+  explicit Overwriter(RWCString& text) : text_(text) {}
+
+  void fill(std::size_t at, std::size_t count, char byte) {
+    std::memset(bytes() + at, toByte(byte), count);
+  }
+  void put(std::size_t at, std::string_view bytesPut) {
+    std::memcpy(bytes() + at, bytesPut.data(), bytesPut.size());
+  }
+
+ private:
+  char* bytes() {
+    if (!bytes_) bytes_ = &text_(0);
+    return bytes_;
+  }
+
+  RWCString& text_;
+  char* bytes_ = nullptr;
+};
+
+// A region from the first byte of its opening delimiter to the first one of its closing delimiter.
+struct Region {
+  std::size_t start;
+  std::size_t close;
+};
+
+// The next region, unless a stray closing delimiter comes first.
+bool findRegion(const RWCString& text, std::string_view open, std::string_view close,
+                std::size_t pos, Region& region) {
+  const char* from = text.data() + pos;
+  const char* end = endOf(text);
+  const char* closeAt = findIgnoringCase(from, end, close);
+  if (closeAt == end) return false;
+  const auto left = static_cast<std::size_t>(end - closeAt);
+  const char* limit = open.size() < left ? closeAt + open.size() : end;
+  const char* start = findIgnoringCase(from, limit, open);
+  if (start >= closeAt) return false;
+  region = {offsetIn(text, start), offsetIn(text, closeAt)};
+  return true;
+}
+
+constexpr std::string_view kParagraph = "<p>";
+constexpr std::string_view kParagraphEnd = "</p>";
+constexpr std::string_view kScript = "<SCRIPT";
+constexpr std::string_view kScriptEnd = "</SCRIPT>";
+
+struct Script {
+  Region region;
+  std::size_t tagEnd;  // the first ">" behind the opening delimiter
+
+  bool isEndless() const { return tagEnd >= region.close; }
+};
+
+// The next script element at or after `pos`; `pos` moves behind it.
+bool findScript(const RWCString& text, std::size_t& pos, Script& script) {
+  if (!findRegion(text, kScript, kScriptEnd, pos, script.region)) return false;
+  script.tagEnd = text.index('>', script.region.start + 1);
+  pos = script.region.close + kScriptEnd.size();
+  return true;
+}
+
+// A loop that no compiler may take out.
+[[noreturn]] void neverReturn() {
+  for (volatile bool forever = true; forever;) {
+  }
+  __builtin_unreachable();
+}
+
+}  // namespace
+
+void tqOverwriteTagWithBlanks(RWCString& text, RWCString open, RWCString close) {
+  Overwriter overwriter(text);
+  Region region{};
+  for (std::size_t pos = 0;
+       pos < text.length() && findRegion(text, viewOf(open), viewOf(close), pos, region);) {
+    pos = region.close + close.length();
+    const std::size_t span = pos - region.start;
+    if (span < kParagraph.size() + kParagraphEnd.size()) continue;
+    overwriter.fill(region.start, span, ' ');
+    overwriter.put(region.start, kParagraph);
+    overwriter.put(pos - kParagraphEnd.size(), kParagraphEnd);
+  }
+}
+
+void tqOverwriteScriptWithBlanks(RWCString& text) {
+  Overwriter overwriter(text);
+  Script script{};
+  for (std::size_t pos = 0; findScript(text, pos, script);) {
+    if (script.isEndless()) neverReturn();
+    const std::size_t count = script.region.close - script.tagEnd - 1;
+    if (count > 0) overwriter.fill(script.tagEnd + 1, count, ' ');
+  }
+}
+
+std::size_t tqFindEndlessScript(const RWCString& text) {
+  Script script{};
+  for (std::size_t pos = 0; findScript(text, pos, script);) {
+    if (script.isEndless()) return script.region.start;
+  }
+  return RWCString::npos;
+}
+
+// --- Removal ----------------------------------------------------------------------------------
+
+void tqRemoveFirstSingleTag(RWCString& text, RWCString tag) {
+  const std::size_t start = text.index(tag, 0, RWCString::ignoreCase);
+  if (start == RWCString::npos) return;
+  const std::size_t tagEnd = text.index('>', start + tag.length());
+  if (tagEnd == RWCString::npos) return;
+  text.remove(start, tagEnd - start + 1);
+}
+
+namespace {
+
+constexpr std::string_view kComment = "<!--";
+constexpr std::string_view kCommentEnd = "-->";
+
+// Writes the text with its elements emptied, piece by piece.
+class ElementEmptier {
+ public:
+  ElementEmptier(const RWCString& tag, const RWCString& text)
+      : openTag_("<" + tag),
+        closeTag_("</" + tag + ">"),
+        replacement_(openTag_ + ">" + closeTag_),
+        at_(text.data()),
+        end_(endOf(text)),
+        copied_(at_),
+        commentEnds_(end_, TextFinder(kCommentEnd)) {}
+
+  // Returns false when there was nothing to empty.
+  bool run() {
+    while (step()) {
+    }
+    if (!found_) return false;
+    copyUpTo(end_);
+    return true;
+  }
+
+  RWCString& result() { return result_; }
+
+ private:
+  std::ptrdiff_t leftFrom(const char* at) const { return end_ - at; }
+  static std::ptrdiff_t sizeOf(const RWCString& text) {
+    return static_cast<std::ptrdiff_t>(text.length());
+  }
+
+  // Handles the next "<"; false when the work ends there.
+  bool step() {
+    const char* lt = findByte(at_, end_, '<');
+    if (leftFrom(lt) < sizeOf(openTag_)) return false;
+    at_ = lt + 1;
+    if (*at_ == '!') return passDeclaration(lt);
+    return isOpenTag(lt) ? empty(lt) : true;
+  }
+
+  bool passDeclaration(const char* lt) {
+    if (leftFrom(lt) < 4 || std::memcmp(lt, kComment.data(), kComment.size()) != 0) return true;
+    const char* commentEnd = commentEnds_.from(lt + kComment.size());
+    if (commentEnd == end_) return false;
+    at_ = commentEnd + 1;
+    return true;
+  }
+
+  // A prefix of a longer name will do; a NUL byte in the text never fits.
+  bool isOpenTag(const char* lt) const {
+    return equalsIgnoringCase(lt, openTag_.data(), openTag_.length()) &&
+           findByte(lt, lt + openTag_.length(), '\0') == lt + openTag_.length();
+  }
+
+  bool empty(const char* lt) {
+    const char* nameEnd = lt + openTag_.length();
+    const char* closeAt = findCloseTag(nameEnd);
+    if (closeAt == end_) return false;
+    const char* resumeAt = endOfCommentHolding(nameEnd, closeAt);
+    if (resumeAt) closeAt = findCloseTag(resumeAt);
+    if (closeAt == end_) return false;
+    copyUpTo(lt);
+    result_.append(replacement_);
+    found_ = true;
+    at_ = copied_ = closeAt + closeTag_.length();
+    return true;
+  }
+
+  const char* findCloseTag(const char* from) const {
+    return findIgnoringCase(from, end_, viewOf(closeTag_));
+  }
+
+  // The end of the first comment that begins in front of `closeAt`, when it ends behind it.
+  const char* endOfCommentHolding(const char* from, const char* closeAt) {
+    const std::ptrdiff_t reach = static_cast<std::ptrdiff_t>(kComment.size()) - 1;
+    const char* limit = leftFrom(closeAt) > reach ? closeAt + reach : end_;
+    const char* comment = findText(from, limit, kComment);
+    if (comment == limit) return nullptr;
+    const char* commentEnd = commentEnds_.from(comment);
+    return commentEnd != end_ && commentEnd > closeAt ? commentEnd : nullptr;
+  }
+
+  void copyUpTo(const char* to) {
+    result_.append(copied_, static_cast<std::size_t>(to - copied_));
+    copied_ = to;
+  }
+
+  const RWCString openTag_;
+  const RWCString closeTag_;
+  const RWCString replacement_;
+  const char* at_;
+  const char* end_;
+  const char* copied_;
+  ForwardTextSearch commentEnds_;
+  bool found_ = false;
+  RWCString result_;
+};
+
+// Hosts rely on the place that this failure names.
+[[noreturn]] void failOnLongTag() {
+  __assert_fail("0", "zkhtmlparseutils", 489, "void tqSkipTagBody(const RWCString&, RWCString&)");
+}
+
+constexpr std::size_t kLongestOpenTag = 255;
+
+}  // namespace
+
+void tqSkipTagBody(const RWCString& tag, RWCString& text) {
+  if (tag.length() + 1 > kLongestOpenTag) failOnLongTag();
+  if (tag.length() == 0) return;
+  ElementEmptier emptier(tag, text);
+  if (emptier.run()) text.swap(emptier.result());
+}
+
+namespace {
+
+struct Handler {
+  std::string_view name;
+  std::string_view replacement;
+};
+
+constexpr Handler kHandlers[] = {
+    {"onload", "onload=\"\""},
+    {"onmouseover", "onmouseover=\"\""},
+    {"onmouseout", "onmouseout=\"\""},
+};
+
+// The next place at which the handler's name is followed by "=", with `equals` at that byte.
+const char* findHandler(const char* from, const char* end, std::string_view name,
+                        const char*& equals) {
+  for (const char* at = from;; ++at) {
+    at = findIgnoringCase(at, end, name);
+    if (at == end) return end;
+    equals = findFirstNotOf(at + name.size(), end, kHtmlWhiteSpace);
+    if (equals < end && *equals == '=') return at;
+  }
+}
+
+// Where the replaced attribute ends: behind its value and a closing double quote, or at the end of
+// the text when the value does not end.
+const char* endOfAttribute(const char* equals, const char* end) {
+  const ScannedValue value = scanValue(equals + 1, end);
+  if (value.kind != ScannedValue::whole) return end;
+  return *value.end == '"' ? value.end + 1 : value.end;
+}
+
+void emptyHandler(const Handler& handler, RWCString& text) {
+  const char* end = endOf(text);
+  const char* equals = nullptr;
+  const char* copied = text.data();
+  const char* at = findHandler(copied, end, handler.name, equals);
+  if (at == end) return;
+  RWCString result;
+  for (; at != end; at = findHandler(copied, end, handler.name, equals)) {
+    result.append(copied, static_cast<std::size_t>(at - copied));
+    result.append(handler.replacement.data(), handler.replacement.size());
+    copied = endOfAttribute(equals, end);
+  }
+  result.append(copied, static_cast<std::size_t>(end - copied));
+  text.swap(result);
+}
+
+}  // namespace
+
+void tqSkipOnloadAttribute(RWCString& text) {
+  for (const Handler& handler : kHandlers) emptyHandler(handler, text);
+}
+
+// --- URLs -------------------------------------------------------------------------------------
+
+void stripUrl(RWCString& url, bool decodePercent) {
+  ScratchText scratch;
+  const std::string_view clean = cleanUrl(viewOf(url), decodePercent, scratch);
+  if (clean.data() == url.data() && clean.size() == url.length()) return;
+  url = stringOf(clean);
+}
+
+int getProtocol(const RWCString& url, int& schemeLength) {
+  const std::string_view scheme = schemeOf(viewOf(url));
+  schemeLength = scheme.empty() ? -1 : static_cast<int>(scheme.size());
+  return static_cast<int>(schemeCodeOf(scheme));
+}
