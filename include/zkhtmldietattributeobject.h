@@ -35,6 +35,7 @@ class PAGESCAN_EXPORT CZKHTMLDietAttributeObject : public RWCollectable {
   void SetAttributeOffset(int offset);
 
  private:
+  friend class CHTMLOffsetParser;
   friend class CZKHTMLDietTransactionsObject;
 
   int attributeOffset;

@@ -55,7 +55,7 @@ class PAGESCAN_EXPORT CHTMLOffsetParser {
   // Shows a finished record to the sink and takes it over; null is ignored.
   void InsertObjectToQueue(CZKHTMLDietTransactionsObject* record);
 
-  // Writes every record to standard output. Each must have an attribute.
+  // Writes every record to standard output.
   void PrintAll();
 
   // The steps of ParseHTML, on the page of the latest call.
@@ -71,11 +71,11 @@ class PAGESCAN_EXPORT CHTMLOffsetParser {
 
  private:
   class HtmlPass;
-  class CssPass;
+  class RecordMaker;
 
-  RWCString html;          // the page, blanked; byte positions are the page's
-  unsigned long position;  // index into html
-  int spare;               // read by no operation
+  RWCString html;              // the page, blanked; byte positions are the page's
+  unsigned long position;      // index into html
+  [[maybe_unused]] int spare;  // read by no operation
   CZKHtmlDietVirtualQueue* dietQueue;
   urlBase base;
   RWOrdered records;

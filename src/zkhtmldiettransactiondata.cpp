@@ -1,0 +1,78 @@
+#include "zkhtmldiettransactiondata.h"
+
+#include <cstdint>
+#include <cstring>
+#include <iostream>
+#include <memory>
+
+#include "base/kernels.h"
+#include "rw/rwcollectables.h"
+#include "text_view.h"
+#include "zkhtmldietattributeobject.h"
+
+using namespace pagescan;
+
+CZKHTMLDietTransactionsObject::CZKHTMLDietTransactionsObject() = default;
+
+CZKHTMLDietTransactionsObject::~CZKHTMLDietTransactionsObject() {
+  attributeIndex.clearAndDestroy();
+  attributeList.clear();
+}
+
+const char* CZKHTMLDietTransactionsObject::GetTagName() {
+  return tagName.data();
+}
+
+void CZKHTMLDietTransactionsObject::SetTagName(const char* name) {
+  tagName = name;
+}
+
+void CZKHTMLDietTransactionsObject::InsertAttributeObject(CZKHTMLDietAttributeObject* attribute) {
+  if (!attribute) return;
+  auto key = std::make_unique<RWCollectableString>(attribute->attributeName);
+  if (attributeIndex.contains(key.get())) return;
+  attributeList.insert(attribute);
+  attributeIndex.insertKeyAndValue(key.get(), attribute);
+  key.release();
+}
+
+CZKHTMLDietAttributeObject* CZKHTMLDietTransactionsObject::GetAttributeObject(RWCString& name) {
+  const RWCollectableString key(name);
+  return dynamic_cast<CZKHTMLDietAttributeObject*>(attributeIndex.findValue(&key));
+}
+
+CZKHTMLDietAttributeObject* CZKHTMLDietTransactionsObject::GetFirstAttributeObject() {
+  if (attributeList.entries() == 0) return nullptr;
+  return static_cast<CZKHTMLDietAttributeObject*>(attributeList.at(0));
+}
+
+bool CZKHTMLDietTransactionsObject::GetAttributeNames(RWOrdered& names) {
+  names.clear();
+  RWHashDictionaryIterator next(attributeIndex);
+  while (RWCollectable* key = next()) {
+    if (dynamic_cast<RWCollectableString*>(key)) names.insert(key);
+  }
+  return names.entries() > 0;
+}
+
+unsigned long CZKHTMLDietTransactionsObject::CalcCheckSum(const void* data, int size) {
+  if (size <= 0) return 0;
+  const auto* bytes = static_cast<const char*>(data);
+  const auto length = static_cast<std::size_t>(size);
+  const std::size_t words = length / sizeof(std::uint64_t);
+  const std::size_t whole = words * sizeof(std::uint64_t);
+  std::uint64_t tail = 0;
+  std::memcpy(&tail, bytes + whole, length - whole);
+  return kernels().xorWords(bytes, words) ^ tail;
+}
+
+void CZKHTMLDietTransactionsObject::PrintAll() {
+  for (std::size_t i = 0; i < attributeList.entries(); ++i) {
+    const auto& attribute = static_cast<const CZKHTMLDietAttributeObject&>(*attributeList.at(i));
+    std::cout << "Name:\t" << viewOf(attribute.attributeName) << std::endl;
+    std::cout << "Value:\t" << viewOf(attribute.attributeValue) << std::endl;
+    std::cout << "OValue:\t" << viewOf(attribute.originalAttributeValue) << std::endl;
+    std::cout << "Offset:\t" << attribute.attributeOffset << std::endl;
+  }
+  std::cout << std::endl;
+}

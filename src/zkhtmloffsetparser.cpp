@@ -1,0 +1,226 @@
+#include "zkhtmloffsetparser.h"
+
+#include <iostream>
+#include <memory>
+#include <string_view>
+
+#include "base/byte_class.h"
+#include "base/search.h"
+#include "style_urls.h"
+#include "tag_attributes.h"
+#include "tags_of_interest.h"
+#include "text_view.h"
+#include "zkhtmldietattributeobject.h"
+#include "zkhtmldiettransactiondata.h"
+#include "zkhtmldietvirtualqueue.h"
+#include "zkhtmlparseutils.h"
+
+using namespace pagescan;
+
+namespace {
+
+// "~" is one of them deliberately.
+constexpr ByteClass kTagNameEnds = kHtmlWhiteSpace | ByteClass::of("<>~");
+
+constexpr int kNoOffset = -1;
+
+}  // namespace
+
+// --- Making records ---------------------------------------------------------------------------
+
+// One record on its way to the parser's queue.
+class CHTMLOffsetParser::RecordMaker {
+ public:
+  RecordMaker(CHTMLOffsetParser& parser, std::string_view tag)
+      : parser_(parser), record_(std::make_unique<CZKHTMLDietTransactionsObject>()) {
+    record_->SetTagName(tag.data());
+  }
+
+  // Adds an attribute with its value resolved.
+  void add(std::string_view name, std::string_view value, int offset) {
+    RWCString nameString = stringOf(name);
+    RWCString original = stringOf(value);
+    RWCString resolved;
+    parser_.base.calcUrl(original, resolved, false, true);
+    auto attribute =
+        std::make_unique<CZKHTMLDietAttributeObject>(nameString, resolved, original, offset);
+    record_->InsertAttributeObject(attribute.get());
+    attribute.release();
+  }
+
+  void queue() {
+    parser_.InsertObjectToQueue(record_.get());
+    record_.release();
+  }
+
+ private:
+  CHTMLOffsetParser& parser_;
+  std::unique_ptr<CZKHTMLDietTransactionsObject> record_;
+};
+
+// --- The pass over a page ---------------------------------------------------------------------
+
+// Goes through the blanked page on raw bytes.
+class CHTMLOffsetParser::HtmlPass {
+ public:
+  explicit HtmlPass(CHTMLOffsetParser& parser)
+      : parser_(parser),
+        begin_(parser.html.data()),
+        end_(endOf(parser.html)),
+        attributes_(begin_, end_) {}
+
+  void run() {
+    const char* at = begin_;
+    while ((at = findOpening(at)) != end_) {
+      const char* name = findFirstNotOf(at, end_, kTagNameEnds);
+      const char* nameEnd = findFirstOf(name, end_, kTagNameEnds);
+      const TagOfInterest* tag =
+          findTagOfInterest({name, static_cast<std::size_t>(nameEnd - name)});
+      at = tag ? takeTag(*tag, nameEnd) : nameEnd;
+    }
+  }
+
+  // Reads the tag whose name ends at `nameEnd`; returns where to look for the next one: at the
+  // tag's ">", or at the end of the page when there is none.
+  const char* takeTag(const TagOfInterest& tag, const char* nameEnd) {
+    if (nameEnd == end_ || *nameEnd == '/') return nameEnd;
+    const char* tagEnd = findByte(nameEnd, end_, '>');
+    if (tagEnd == end_) return end_;
+    FoundAttributes found;
+    attributes_.read(nameEnd, tagEnd, tag.wanted(), found);
+    if (found.hasAny(tag.wanted())) {
+      queueRecord(tag, found);
+    } else if (tag.name == "FRAME" || tag.name == "IFRAME") {
+      queuePlaceholder(tag);
+    }
+    return tagEnd;
+  }
+
+ private:
+  // The next "<" whose tag may be one of interest. What follows it may also be more bytes that end
+  // names: they are skipped in front of a name, too.
+  const char* findOpening(const char* at) const {
+    for (at = findByte(at, end_, '<'); end_ - at > 2; at = findByte(at + 1, end_, '<')) {
+      if (mayBeTagOfInterest(at[1], at[2]) || kTagNameEnds.contains(at[1])) return at;
+    }
+    return end_;
+  }
+
+  void queueRecord(const TagOfInterest& tag, const FoundAttributes& found) {
+    RecordMaker record(parser_, tag.name);
+    AttributeSet added = 0;
+    for (const std::uint8_t id : tag) {
+      const AttributeSet bit = AttributeSet{1} << id;
+      if (!found.has(id) || (added & bit) != 0) continue;
+      added |= bit;
+      const std::string_view value = found.value(id);
+      record.add(kAttributeNames[id], value, offsetOf(value));
+    }
+    record.queue();
+  }
+
+  // Every frame is reported, deliberately, also one without a usable "src".
+  void queuePlaceholder(const TagOfInterest& tag) {
+    RecordMaker record(parser_, tag.name);
+    record.add("src", {}, kNoOffset);
+    record.queue();
+  }
+
+  int offsetOf(std::string_view value) const {
+    return value.data() ? static_cast<int>(value.data() - begin_) : kNoOffset;
+  }
+
+  CHTMLOffsetParser& parser_;
+  const char* begin_;
+  const char* end_;
+  TagAttributeReader attributes_;
+};
+
+// --- The parser -------------------------------------------------------------------------------
+
+CHTMLOffsetParser::CHTMLOffsetParser(const char* pageUrl)
+    : position(0), spare(0), dietQueue(nullptr) {
+  base.setBase(RWCString(pageUrl));
+}
+
+CHTMLOffsetParser::~CHTMLOffsetParser() {
+  records.clearAndDestroy();
+}
+
+void CHTMLOffsetParser::SetDietVirtualQueue(CZKHtmlDietVirtualQueue* queue) {
+  dietQueue = queue;
+}
+
+CZKHtmlDietVirtualQueue* CHTMLOffsetParser::GetDietVirtualQueue() {
+  return dietQueue;
+}
+
+void CHTMLOffsetParser::ParseHTML(const char* page, unsigned long) {
+  position = 0;
+  html = page;
+  tqOverwriteScriptWithBlanks(html);
+  tqOverwriteTagWithBlanks(html, "<!--", "-->");
+  HtmlPass(*this).run();
+  position = html.length();
+}
+
+void CHTMLOffsetParser::ParseCSS(const RWCString& css) {
+  position = 0;
+  html = RWCString();
+  const RWCString text = css;  // the sink may change the host's
+  StyleUrlScanner scanner(viewOf(text));
+  for (StyleUrl url; scanner.next(url);) {
+    RecordMaker record(*this, "IMG");
+    record.add("src", url.text, static_cast<int>(url.offset));
+    record.queue();
+  }
+}
+
+void CHTMLOffsetParser::InsertObjectToQueue(CZKHTMLDietTransactionsObject* record) {
+  if (!record) return;
+  if (dietQueue) dietQueue->insert(record);
+  records.insert(record);
+}
+
+void CHTMLOffsetParser::PrintAll() {
+  const auto count = static_cast<int>(records.entries());
+  std::cout << "Queue contains " << count << " objects" << std::endl;
+  for (int i = 0; i < count; ++i) {
+    auto& record =
+        static_cast<CZKHTMLDietTransactionsObject&>(*records.at(static_cast<std::size_t>(i)));
+    const CZKHTMLDietAttributeObject* first = record.GetFirstAttributeObject();
+    std::cout << "===== NUMBER: " << i << "\t ===== TagName: " << viewOf(record.tagName)
+              << std::endl;
+    std::cout << "=== First Attr Name "
+              << (first ? viewOf(first->attributeName) : std::string_view()) << std::endl;
+    record.PrintAll();
+  }
+}
+
+// --- The steps of the pass, one by one --------------------------------------------------------
+
+bool CHTMLOffsetParser::isWhiteSpace(char& c) {
+  return kTagNameEnds.contains(c);
+}
+
+RWCString CHTMLOffsetParser::findTagName() {
+  const char* end = endOf(html);
+  const char* opening = findByte(html.data() + position, end, '<');
+  const char* name = findFirstNotOf(opening, end, kTagNameEnds);
+  const char* nameEnd = findFirstOf(name, end, kTagNameEnds);
+  position = offsetIn(html, nameEnd);
+  return {name, static_cast<std::size_t>(nameEnd - name)};
+}
+
+void CHTMLOffsetParser::parseHTMLElement(RWCString elementName) {
+  const char* nameEnd = html.data() + position;
+  const TagOfInterest* tag = findTagOfInterest(viewOf(elementName));
+  const bool isOfInterest = tag && viewOf(elementName) == tag->name;
+  if (isOfInterest) {
+    const char* next = HtmlPass(*this).takeTag(*tag, nameEnd);
+    if (next != endOf(html)) position = offsetIn(html, next);
+  } else if (*nameEnd != '/') {
+    const char* tagEnd = findByte(nameEnd, endOf(html), '>');
+    if (tagEnd != endOf(html)) position = offsetIn(html, tagEnd);
+  }
+}
