@@ -1,17 +1,19 @@
 #include "reference/regexp.h"
 
+#include <bitset>
 #include <limits>
 #include <optional>
-#include <set>
 #include <vector>
 
 namespace reference {
 
 namespace {
 
+using Bytes = std::bitset<256>;
+
 // One byte out of a set, at least `least` and at most `most` times.
 struct Item {
-  std::set<unsigned char> bytes;
+  Bytes bytes;
   std::size_t least = 1;
   std::size_t most = 1;
 };
@@ -45,15 +47,15 @@ unsigned char readClassByte(const std::string& pattern, std::size_t& at) {
 }
 
 // Reads the class whose "[" stands before `at` and steps over its "]".
-std::set<unsigned char> readClass(const std::string& pattern, std::size_t& at) {
-  std::set<unsigned char> bytes;
+Bytes readClass(const std::string& pattern, std::size_t& at) {
+  Bytes bytes;
   while (at < pattern.length() && pattern[at] != ']') {
     const unsigned first = readClassByte(pattern, at);
     unsigned last = first;
     const bool range =
         byteAt(pattern, at) == '-' && at + 1 < pattern.length() && pattern[at + 1] != ']';
     if (range) last = readClassByte(pattern, ++at);
-    for (unsigned c = first; c <= last; ++c) bytes.insert(static_cast<unsigned char>(c));
+    for (unsigned c = first; c <= last; ++c) bytes.set(c);
   }
   ++at;
   return bytes;
@@ -81,7 +83,7 @@ Program compile(const std::string& pattern) {
     if (c == '[') {
       item.bytes = readClass(pattern, at);
     } else {
-      item.bytes = {unsignedByte(c)};
+      item.bytes.set(unsignedByte(c));
     }
     readPostfix(pattern, at, item);
     program.items.push_back(item);
@@ -102,7 +104,7 @@ std::optional<std::size_t> longestEnd(const Program& program, std::size_t next,
       if (end && (!best || *end > *best)) best = end;
     }
     if (at + count >= text.length()) break;
-    if (item.bytes.count(unsignedByte(text[at + count])) == 0) break;
+    if (!item.bytes.test(unsignedByte(text[at + count]))) break;
   }
   return best;
 }

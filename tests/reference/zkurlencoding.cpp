@@ -1,6 +1,7 @@
 #include "reference/zkurlencoding.h"
 
 #include <cstddef>
+#include <map>
 #include <vector>
 
 #include "reference/scannumber.h"
@@ -83,28 +84,25 @@ CharArray FillSiebelSpecials() {
   return table;
 }
 
-CharArray tableOf(int type) {
-  switch (type) {
-    case 2:
-      return FillEscapeSpecials();
-    case 3:
-      return FillEscapeURISpecials();
-    case 4:
-      return FillEscapeURIComponentSpecials();
-    case 5: {
-      CharArray table = FillBrowserSpecials();
-      table[indexOf('@')] = "%40";
-      return table;
-    }
-    case 6:
-      return FillChromeSpecials();
-    case 7:
-      return FillChrome94Specials();
-    case 8:
-      return FillSiebelSpecials();
-    default:
-      return FillBrowserSpecials();
-  }
+namespace {
+
+CharArray FillBrowserSignSpecials() {
+  CharArray table = FillBrowserSpecials();
+  table[indexOf('@')] = "%40";
+  return table;
+}
+
+}  // namespace
+
+const CharArray& tableOf(int type) {
+  static const std::map<int, CharArray> tables = {
+      {1, FillBrowserSpecials()},     {2, FillEscapeSpecials()},
+      {3, FillEscapeURISpecials()},   {4, FillEscapeURIComponentSpecials()},
+      {5, FillBrowserSignSpecials()}, {6, FillChromeSpecials()},
+      {7, FillChrome94Specials()},    {8, FillSiebelSpecials()},
+  };
+  const bool known = type >= 1 && type <= 8;
+  return tables.at(known ? type : 1);
 }
 
 // ---- encoding and decoding
@@ -117,7 +115,7 @@ bool EncodeString(const std::string& source, std::string& destination, int type,
     destination += original;
     return false;
   }
-  const CharArray table = tableOf(type);
+  const CharArray& table = tableOf(type);
   std::size_t i = 0;
   while (i < original.length()) {
     if (!placeholder.empty() && original.substr(i, placeholder.length()) == placeholder) {
@@ -211,7 +209,7 @@ int CheckUrlDecoding(const std::string& text) {
 
 bool EncodeStringUnreadables(const char* source, unsigned long length, std::string& output) {
   if (source == nullptr) return false;
-  const CharArray browser = FillBrowserSpecials();
+  const CharArray& browser = tableOf(1);
   std::string readable;
   for (unsigned long i = 0; i < length; ++i) {
     const char c = source[i];

@@ -23,7 +23,7 @@ CharArray FillChrome94Specials();
 CharArray FillSiebelSpecials();
 
 // The table that the encoder uses for a type other than none.
-CharArray tableOf(int type);
+const CharArray& tableOf(int type);
 
 // The placeholder is what the host may have set; an empty one matches nothing.
 inline const std::string kPlaceholder = "&#25;";
