@@ -2,312 +2,36 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
 #include <string>
 #include <vector>
 
-#include "reference/charset.h"
-#include "reference/records.h"
-#include "reference/tqbuffpart.h"
-#include "reference/tqurlbase.h"
-#include "reference/urlcmp.h"
-#include "reference/zkhtmlattributefinder.h"
-#include "reference/zkhtmloffsetparser.h"
-#include "reference/zkhtmlparseutils.h"
-#include "reference/zkurlencoding.h"
-#include "reference/zkutf8.h"
+#include "reference/operations.h"
 #include "support/golden_cases.h"
 
 namespace {
 
-using pagescan::asBool;
-using pagescan::asInt;
-using pagescan::asUnsigned;
-using pagescan::GoldenRecord;
-using pagescan::outputs;
-using pagescan::Texts;
-
-// ---- scanning and blanking
-
-Texts skipWhiteSpaces(const Texts& args) {
-  unsigned long pos = asUnsigned(args[2]);
-  const bool result = reference::htmlSkipWhiteSpaces(args[0], asUnsigned(args[1]), pos);
-  return outputs(result, pos);
-}
-
-Texts skipNonWhiteSpaces(const Texts& args) {
-  unsigned long pos = asUnsigned(args[2]);
-  const bool result = reference::htmlSkipNonWhiteSpaces(args[0], asUnsigned(args[1]), pos);
-  return outputs(result, pos);
-}
-
-Texts getStringValue(const Texts& args) {
-  std::string value = args[1];
-  unsigned long valueStart = asUnsigned(args[3]);
-  unsigned long furthest = asUnsigned(args[4]);
-  const bool result = reference::htmlGetStringValue(args[0], value, asUnsigned(args[2]), valueStart,
-                                                    furthest, asUnsigned(args[5]));
-  return outputs(result, value, valueStart, furthest);
-}
-
-Texts isElementOfType(const Texts& args) {
-  return outputs(reference::isElementOfType(args[0].c_str(), asUnsigned(args[1]), args[2],
-                                            asUnsigned(args[3]), args[4].c_str()[0]));
-}
-
-Texts findNextAttribute(const Texts& args) {
-  std::string name = args[1];
-  std::string value = args[2];
-  unsigned long pos = asUnsigned(args[3]);
-  unsigned long valueStart = asUnsigned(args[4]);
-  reference::htmlFindNextAttribute_(args[0], name, value, pos, valueStart);
-  return outputs(name, value, pos, valueStart);
-}
-
-Texts overwriteTag(const Texts& args) {
-  std::string text = args[0];
-  reference::tqOverwriteTagWithBlanks(text, args[1], args[2]);
-  return {text};
-}
-
-Texts overwriteScript(const Texts& args) {
-  std::string text = args[0];
-  std::size_t endlessAt = 0;
-  if (!reference::tqOverwriteScriptWithBlanks(text, endlessAt)) return {"endless"};
-  return {text};
-}
-
-Texts removeFirstSingleTag(const Texts& args) {
-  std::string text = args[0];
-  reference::tqRemoveFirstSingleTag(text, args[1]);
-  return {text};
-}
-
-Texts skipTagBody(const Texts& args) {
-  std::string text = args[1];
-  reference::tqSkipTagBody(args[0], text);
-  return {text};
-}
-
-Texts skipOnload(const Texts& args) {
-  std::string text = args[0];
-  reference::tqSkipOnloadAttribute(text);
-  return {text};
-}
-
-Texts findAttributes(const Texts& args) {
-  unsigned long pos = asUnsigned(args[1]);
-  std::map<std::string, std::string> values;
-  std::map<std::string, int> offsets;
-  reference::FindAttributes(args[0], pos, values, offsets);
-  Texts out = outputs(pos, values.size());
-  for (const auto& [name, value] : values) {
-    out.insert(out.end(), {name, value, std::to_string(offsets.at(name))});
-  }
-  return out;
-}
-
-// ---- records
-
-Texts checkSum(const Texts& args) {
-  return outputs(reference::CalcCheckSum(args[0].data(), static_cast<int>(args[0].length())));
-}
-
-// A record's getters show a text up to its first NUL.
-std::string shown(const std::string& text) {
-  return text.c_str();
-}
-
-std::vector<GoldenRecord> golden(const std::vector<reference::Record>& records) {
-  std::vector<GoldenRecord> out;
-  for (const reference::Record& record : records) {
-    out.push_back({record.tag, {}});
-    for (const auto& [name, value, original, offset] : record.attributes) {
-      out.back().attributes.push_back({shown(name), shown(value), shown(original), offset});
-    }
-  }
-  return out;
-}
-
-std::vector<GoldenRecord> parsePage(const std::string& pageUrl, const std::string& page) {
-  const reference::HtmlPass pass = reference::ParseHTML(pageUrl, page);
-  EXPECT_FALSE(pass.endless);
-  return golden(pass.records);
-}
-
-Texts parseHtml(const Texts& args) {
-  return pagescan::recordOutputs(parsePage(args[0], args[1]), false);
-}
-
-Texts parseCss(const Texts& args) {
-  const reference::StylePass pass = reference::ParseCSS(args[0], args[1]);
-  return pagescan::recordOutputs(golden(pass.records), pass.boundsError);
-}
-
-Texts printHtml(const Texts& args) {
-  return {reference::PrintAll(reference::ParseHTML(args[0], args[1]).records)};
-}
-
-// ---- slices and URLs
-
-Texts compareSlice(const Texts& args) {
-  const int result = reference::comparePart(args[0], args[1], asBool(args[2]));
-  return outputs((result > 0) - (result < 0));
-}
-
-Texts stripUrl(const Texts& args) {
-  std::string url = args[0];
-  reference::stripUrl(url, asBool(args[1]));
-  return {url};
-}
-
-Texts protocol(const Texts& args) {
-  int schemeLength = 0;
-  const int code = reference::getProtocol(args[0], schemeLength);
-  return outputs(code, schemeLength);
-}
-
-Texts isHttp(const Texts& args) {
-  return outputs(reference::isHttpProtocol(args[0]));
-}
-
-Texts rank(const Texts& args) {
-  const reference::LinkCompare link = {asInt(args[0]),  asBool(args[1]), asBool(args[2]),
-                                       asBool(args[3]), asBool(args[4]), asBool(args[5]),
-                                       asBool(args[6]), asBool(args[7]), asBool(args[8])};
-  return outputs(link.rank(), link.propRank());
-}
-
-class Base : public pagescan::UrlBaseUnderTest {
- public:
-  bool setBase(const std::string& url) override { return base_.setBase(url); }
-  int shortParse() override { return base_.shortParse(); }
-  int parse() override { return base_.parse(); }
-  std::string calcUrl(std::string& url) override { return base_.calcUrl(url); }
-  void calcUrl(std::string& in, std::string& out, bool resolveEmpty, bool decodePercent) override {
-    base_.calcUrl(in, out, resolveEmpty, decodePercent);
-  }
-  Texts state() override {
-    return outputs(base_.fullUrl, base_.baseNoQuery, base_.protocol, base_.host, base_.dirPath,
-                   base_.fileName, base_.dirDepth, base_.parsed);
-  }
-
- private:
-  reference::UrlBase base_;
-};
-
-Texts urlProgram(const Texts& args) {
-  Base base;
-  return pagescan::runUrlProgram(base, args);
-}
-
-// ---- encodings
-
-Texts encode(const Texts& args) {
-  std::string destination = args[2];
-  const bool result = reference::EncodeString(args[1], destination, asInt(args[0]));
-  return outputs(result, destination, args[1]);
-}
-
-Texts decode(const Texts& args) {
-  std::string text = args[1];
-  const bool result = reference::DecodeString(text, asInt(args[0]));
-  return outputs(result, text);
-}
-
-Texts checkOne(const Texts& args) {
-  return outputs(reference::CheckUrlDecoding(args[1], asInt(args[0])));
-}
-
-Texts checkAny(const Texts& args) {
-  return outputs(reference::CheckUrlDecoding(args[0]));
-}
-
-Texts unreadables(const Texts& args) {
-  std::string out = "old";
-  const bool result = reference::EncodeStringUnreadables(args[0].data(), args[0].length(), out);
-  return outputs(result, out);
-}
-
-Texts isUtf8(const Texts& args) {
-  return outputs(reference::isUtf8(args[0].data(), static_cast<int>(args[0].length())));
-}
-
-Texts utf8ToAnsi(const Texts& args) {
-  std::string text = args[0];
-  const bool own = reference::ConvertUtf8toAnsi(text) == text.data();
-  return outputs(text, own);
-}
-
-Texts ansiToUtf8(const Texts& args) {
-  std::string text = args[0];
-  const bool own = reference::ConvertAnsitoUtf8(text) == text.data();
-  return outputs(text, own);
-}
-
-Texts entities(const Texts& args) {
-  std::string text = args[0];
-  reference::convert(text);
-  return {text};
-}
-
-const pagescan::OperationTable& operations() {
-  static const pagescan::OperationTable table = {
-      {"skipws", skipWhiteSpaces},
-      {"skipnws", skipNonWhiteSpaces},
-      {"getstr", getStringValue},
-      {"iselem", isElementOfType},
-      {"nextattr", findNextAttribute},
-      {"blanktag", overwriteTag},
-      {"blankscript", overwriteScript},
-      {"remfirst", removeFirstSingleTag},
-      {"skipbody", skipTagBody},
-      {"onload", skipOnload},
-      {"findattr", findAttributes},
-      {"checksum", checkSum},
-      {"parsehtml", parseHtml},
-      {"parsecss", parseCss},
-      {"printhtml", printHtml},
-      {"buffcmp", compareSlice},
-      {"strip", stripUrl},
-      {"proto", protocol},
-      {"ishttp", isHttp},
-      {"rank", rank},
-      {"urlbase", urlProgram},
-      {"enc", encode},
-      {"dec", decode},
-      {"chk", checkOne},
-      {"chkany", checkAny},
-      {"unread", unreadables},
-      {"isutf8", isUtf8},
-      {"u2a", utf8ToAnsi},
-      {"a2u", ansiToUtf8},
-      {"ent", entities},
-  };
-  return table;
-}
-
 std::vector<std::string> operationNames() {
   std::vector<std::string> names;
-  for (const auto& [name, operation] : operations()) names.push_back(name);
+  for (const auto& [name, operation] : reference::operations()) names.push_back(name);
   return names;
 }
 
 class ReferenceGolden : public testing::TestWithParam<std::string> {};
 
 TEST_P(ReferenceGolden, GivesEveryExpectedAnswer) {
-  pagescan::checkGoldenCases(PAGESCAN_SHARED_DIR, GetParam(), operations().at(GetParam()));
+  pagescan::checkGoldenCases(PAGESCAN_SHARED_DIR, GetParam(),
+                             reference::operations().at(GetParam()));
 }
 
 INSTANTIATE_TEST_SUITE_P(Operations, ReferenceGolden, testing::ValuesIn(operationNames()),
                          [](const auto& operation) { return operation.param; });
 
 TEST(ReferenceGoldenTable, HasEveryOperationOfTheCaseFile) {
-  pagescan::checkEveryOperationIsRun(PAGESCAN_SHARED_DIR, operations());
+  pagescan::checkEveryOperationIsRun(PAGESCAN_SHARED_DIR, reference::operations());
 }
 
 TEST(ReferenceGoldenPages, GiveEveryExpectedRecord) {
-  pagescan::checkGoldenPages(PAGESCAN_SHARED_DIR, parsePage);
+  pagescan::checkGoldenPages(PAGESCAN_SHARED_DIR, reference::parsePage);
 }
 
 }  // namespace
