@@ -7,7 +7,9 @@
 
 // The percent placeholder that stands for a "%" which decoding must not turn into a control byte,
 // "&#25;", and its length. Both are read afresh on every use; a host may change them while no
-// other thread encodes or decodes.
+// other thread encodes or decodes. Of a text that ends before that length, just the text counts; a
+// null pointer and a length below 1 make an empty placeholder, which decoding puts for nothing and
+// encoding never finds.
 extern PAGESCAN_EXPORT const char* persentEscape;
 extern PAGESCAN_EXPORT int persentEscapeLength;
 
@@ -15,6 +17,11 @@ extern PAGESCAN_EXPORT int persentEscapeLength;
 class PAGESCAN_EXPORT CharArray {
  public:
   constexpr CharArray() noexcept : entries{} {}
+  explicit constexpr CharArray(const char (&table)[256][4]) noexcept : entries{} {
+    for (int byte = 0; byte < 256; ++byte) {
+      for (int i = 0; i < 4; ++i) entries[byte][i] = table[byte][i];
+    }
+  }
   CharArray(const CharArray&) = default;
   CharArray& operator=(const CharArray&) = default;
   virtual ~CharArray();
@@ -45,7 +52,8 @@ class PAGESCAN_EXPORT UrlEncoding {
   virtual ~UrlEncoding();
 
   // Appends the encoded `source` to `destination`; each placeholder in the source becomes "%".
-  // With eNone the source is appended as it is. The two may be one string.
+  // With eNone the source is appended as it is. The two may be one string: what is encoded is the
+  // text that it held before.
   // Returns whether it encoded: false for an empty source (`destination` untouched) and for eNone.
   // Cost    linear in both; usually one allocation.
   static bool EncodeString(RWCString& source, RWCString& destination, EncodingType type);

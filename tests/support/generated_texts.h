@@ -1,0 +1,88 @@
+// Texts that a test compares two implementations over: all small ones, and random ones.
+#ifndef PAGESCAN_TESTS_SUPPORT_GENERATED_TEXTS_H
+#define PAGESCAN_TESTS_SUPPORT_GENERATED_TEXTS_H
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <random>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/kernels.h"
+
+namespace pagescan {
+
+// Calls check(text) for every text of up to `most` pieces of the alphabet.
+template <typename Check>
+void forEachText(const std::vector<std::string_view>& alphabet, std::size_t most,
+                 const Check& check) {
+  std::vector<std::size_t> digits;
+  for (;;) {
+    std::string text;
+    for (const std::size_t digit : digits) text += alphabet[digit];
+    check(text);
+    std::size_t at = 0;
+    while (at < digits.size() && ++digits[at] == alphabet.size()) digits[at++] = 0;
+    if (at < digits.size()) continue;
+    if (digits.size() == most) return;
+    digits.push_back(0);
+  }
+}
+
+// Random texts; the seed is printed when a check fails while the object lives.
+class RandomTexts {
+ public:
+  RandomTexts()
+      : seed_(std::random_device{}()),
+        random_(seed_),
+        trace_("", 0, "seed " + std::to_string(seed_)) {}
+
+  std::size_t number(std::size_t below) { return random_() % below; }
+
+  // Up to `most` pieces, any of them as likely as the others.
+  std::string text(const std::vector<std::string_view>& pieces, std::size_t most) {
+    std::string result;
+    for (std::size_t count = number(most + 1); count > 0; --count) {
+      result += pieces[number(pieces.size())];
+    }
+    return result;
+  }
+
+  // Runs of the same piece, so that fast paths get under way.
+  std::string textOfRuns(const std::vector<std::string_view>& pieces, std::size_t most) {
+    std::string result;
+    for (std::size_t count = number(most + 1); count > 0; --count) {
+      const std::string_view piece = pieces[number(pieces.size())];
+      for (std::size_t run = number(3) == 0 ? number(100) : 1; run > 0; --run) result += piece;
+    }
+    return result;
+  }
+
+  std::string bytes(std::size_t most) {
+    std::string result(number(most + 1), '\0');
+    for (char& c : result) c = static_cast<char>(number(256));
+    return result;
+  }
+
+ private:
+  unsigned seed_;
+  std::mt19937 random_;
+  testing::ScopedTrace trace_;
+};
+
+// Calls check() once with each version of the kernels that this machine has.
+template <typename Check>
+void forEachKernelLevel(const Check& check) {
+  const KernelLevel levels[] = {KernelLevel::baseline, KernelLevel::avx2};
+  for (const KernelLevel level : levels) {
+    if (!useKernels(level)) continue;
+    const testing::ScopedTrace trace("", 0, level == KernelLevel::avx2 ? "AVX2" : "baseline");
+    check();
+  }
+}
+
+}  // namespace pagescan
+
+#endif
