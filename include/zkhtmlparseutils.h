@@ -53,7 +53,8 @@ PAGESCAN_EXPORT bool isElementOfType(const char* name, unsigned long nameLength,
 //             or the byte that ended it, or one past the ">" that ended the tag
 // valueStart  offset of the value, set only when a value was read whole
 // A name followed by a value that does not end leaves `pos` where it was with `name` assigned.
-// A host that loops stops when neither a name came back nor `pos` moved.
+// A host that loops empties `name` before each call and stops when none came back (the tag holds
+// nothing more that can be read) or `pos` did not move (the value does not end).
 // Cost        linear in the bytes passed.
 PAGESCAN_EXPORT void htmlFindNextAttribute_(RWCString& text, RWCString& name, RWCString& value,
                                             unsigned long& pos, unsigned long& valueStart);
@@ -69,8 +70,11 @@ PAGESCAN_EXPORT void htmlFindNextAttribute_(RWCString& text, RWCString& name, RW
 // Cost    one pass, linear in the text.
 PAGESCAN_EXPORT void tqOverwriteTagWithBlanks(RWCString& text, RWCString open, RWCString close);
 
-// Replaces the body of every script element with blanks; its tags stay. The first ">" behind
-// "<SCRIPT" ends the opening tag, also inside a quoted attribute value.
+// Replaces the body of every script element with blanks; its tags stay. "<SCRIPT" and "</SCRIPT"
+// are matched ignoring case, whatever follows them. The first ">" behind "<SCRIPT" ends the opening
+// tag, also inside a quoted attribute value.
+// Stops   at the first stray "</SCRIPT" and at a script that is not closed: what follows is left as
+//         it is, deliberately. Hosts must not take the rest of such a page for free of scripts.
 // Never returns, deliberately, on a text with an opening "<SCRIPT" that lacks its ">" before the
 //         closing tag. Ask tqFindEndlessScript beforehand.
 // Fails   std::bad_alloc while unsharing, before any byte changes; otherwise never.
