@@ -11,9 +11,9 @@
 PAGESCAN_EXPORT bool isHttpProtocol(const RWCString& url);
 
 // Holds the base URL and splits it on first use; only http and https bases are split. A base that
-// cannot be split leaves `protocol` and `fileName` of an earlier base in place, and links are
-// resolved against them all the same: a host that reuses an object for such a base gets stale
-// results.
+// cannot be split leaves parts of an earlier base in place, one without a path its `fileName`, and
+// links are resolved against them all the same: a host that reuses an object for such a base gets
+// stale results. A new object for each base avoids that.
 // Threads one object is used by one thread at a time: resolving changes it on first use.
 class PAGESCAN_EXPORT urlBase {
  public:
@@ -26,21 +26,25 @@ class PAGESCAN_EXPORT urlBase {
   bool setBase(const RWCString& url);
 
   // Split the base, once after each setBase; whichever of the two comes first decides the spelling
-  // of `protocol`. Return 0 for a base with a path, 1 for one without or when the split had been
-  // attempted, -1 for one that is not http or https.
+  // of `protocol`. Each calcUrl below splits by its own one and builds on that one's spelling: a
+  // host that needs both uses an object for each, or gets "http:////host" and "http:host".
+  // Return 0 for a base with a path, 1 for one without or when the split had been attempted, -1 for
+  // one that is not http or https. An "https://" anywhere in the base makes it an https base.
   int shortParse();  // protocol "http://" or "https://"
   int parse();       // protocol "http:" or "https:"
 
-  // The absolute form of a link, for single links of a host. Decodes character entities in `url`
-  // and cleans it, in place, also dropping a leading "./" and putting the protocol in front of a
-  // leading "//".
+  // The absolute form of a link, for single links of a host. Splits by shortParse. Decodes
+  // character entities in `url` and cleans it, in place, also dropping a leading "./" and putting
+  // the protocol in front of a leading "//". "../" is folded at the start of the link alone.
   // A single byte other than "/" yields the base directory; "?x" is put behind the directory
   // without the file name, both deliberately.
   // Cost    linear in the link and the base.
   RWCString calcUrl(RWCString& url);
 
-  // The absolute form of a link as the offset parser writes it: no entities are decoded, "./" and
-  // "../" are folded up to the query, backslashes become slashes.
+  // The absolute form of a link as the offset parser writes it. Splits by parse. No entities are
+  // decoded, "./" and "../" are folded up to the query, backslashes become slashes. A link with a
+  // scheme is only cleaned, not folded; but "http:x" is taken for "x", "file:x" gets its slashes,
+  // and a "clsid:" link goes behind the base directory, deliberately.
   // out            receives the result; may be `in`
   // resolveEmpty   whether an empty `in` yields the base directory; otherwise `out` is left alone
   // decodePercent  as in stripUrl
