@@ -30,7 +30,7 @@ class PAGESCAN_EXPORT CZKHTMLDietAttributeObject : public RWCollectable {
   const char* GetOriginalAttributeValue();
   void SetOriginalAttributeValue(RWCString& value);
 
-  // Byte offset of the value's first byte in the text scanned, -1 for an attribute without one.
+  // Byte offset of the value's first byte in the text scanned, -1 for an attribute without "=".
   int GetAttributeOffset();
   void SetAttributeOffset(int offset);
 

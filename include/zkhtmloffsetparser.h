@@ -16,7 +16,11 @@ class CZKHtmlDietVirtualQueue;
 // are there. Anchors and areas are not of interest.
 //
 // Offsets    of attributes are those of the value's first byte in the text given, -1 for an
-//            attribute without a value; texts of 2 GiB or more are outside the contract.
+//            attribute without "="; texts of 2 GiB or more are outside the contract. The bytes
+//            there are those of the value as written, unless a comment or a script's body stands
+//            inside the value: it is shown blanked.
+// Values     are resolved with percent escapes before the query decoded, but no entities. A "rel"
+//            and a "classid" are resolved as any other value is.
 // Ownership  the parser owns every record until it is destroyed, the sink only borrows them.
 // Threads    one parser is used by one thread at a time; parsers share nothing.
 class PAGESCAN_EXPORT CHTMLOffsetParser {
@@ -36,26 +40,29 @@ class PAGESCAN_EXPORT CHTMLOffsetParser {
   // Records the tags of a page, in order. Records of earlier calls stay.
   // page        read up to its closing NUL; null counts as empty. `pageLength` is ignored,
   //             deliberately: a page with a NUL byte inside ends there.
-  // Scripts' bodies and comments yield nothing. Never returns on a page on which blanking its
-  // scripts would not (see tqFindEndlessScript). Text that is not well-formed yields fewer
-  // records; text behind a bare tag can be taken for its attributes.
+  // The bodies of scripts and comments yield nothing, as far as blanking them goes: it stops at a
+  // stray end of either (see tqOverwriteScriptWithBlanks, tqOverwriteTagWithBlanks). Never returns
+  // on a page on which blanking its scripts would not (see tqFindEndlessScript).
+  // Text that is not well-formed yields fewer records; text behind a bare tag can be taken for its
+  // attributes. A frame without a "src" yields one that is empty, at offset -1.
   // Fails       std::bad_alloc; the records made so far stay.
   // Cost        linear in the page.
   void ParseHTML(const char* page, unsigned long pageLength);
 
   // Records every URL of style text, url(...) and @import targets, as an "IMG" record with one
   // "src". Offsets are those in `css`.
-  // A double-quoted string behind the last "url(" is taken for a URL.
-  // Fails       RWBoundsErr, deliberately, when a url(...) stands in a text that begins with its
-  //             property's name ("background:url(a.gif)"); records made so far stay. A rule set
-  //             around the declarations avoids it.
+  // A double-quoted string behind the last "url(" is taken for a URL. What does not end ends the
+  // pass: a comment, a "url(", a quote, an @import without ";".
+  // Fails       RWBoundsErr, deliberately, when neither white space, ";" nor "{" stands before the
+  //             last ":" in front of a url(...), as in "background:url(a.gif)"; records made so far
+  //             stay. A rule set around the declarations avoids it.
   // Cost        linear in the text.
   void ParseCSS(const RWCString& css);
 
   // Shows a finished record to the sink and takes it over; null is ignored.
   void InsertObjectToQueue(CZKHTMLDietTransactionsObject* record);
 
-  // Writes every record to standard output.
+  // Writes every record to standard output; one without attributes shows an empty first name.
   void PrintAll();
 
   // The steps of ParseHTML, on the page of the latest call.
