@@ -1,7 +1,8 @@
 // Routines that a host may supply.
 //
 // The library comes with a stand-alone version of each. A program that defines a function of the
-// same name replaces it, linked to the shared library as well as to the static one.
+// same name replaces it, linked to the shared library as well as to the static one. They are called
+// on whatever threads call the library.
 #ifndef PAGESCAN_HOSTROUTINES_H
 #define PAGESCAN_HOSTROUTINES_H
 
@@ -13,7 +14,8 @@ extern "C" {
 // reserved         the library always passes 0
 // source           the text; `sourceLength` bytes, or up to its closing NUL for -1, which is what
 //                  the library passes
-// destination      receives the result and a closing NUL, cut to `destinationSize` bytes in all
+// destination      receives the result and a closing NUL, cut to `destinationSize` bytes in all;
+//                  the library gives three bytes for each of the source, and one
 // Return           the length of the result; the library ignores it.
 // The stand-alone versions use ISO-8859-1; a character that does not fit and each malformed
 // sequence becomes "?". They keep no state, allocate nothing and take linear time.

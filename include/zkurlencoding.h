@@ -60,8 +60,8 @@ class PAGESCAN_EXPORT UrlEncoding {
 
   // Decodes `text` in place: "+" to a blank (but not for eChrome94 and eSiebel, and also for
   // eNone, deliberately), "%" and two hexadecimal digits to a byte. A "%" that would give a byte
-  // below 32, or that no number follows, becomes the placeholder. Single pass: "%2541" becomes
-  // "%41".
+  // below 32, or that no number follows, becomes the placeholder; one with fewer than two bytes
+  // behind it stays. Single pass: "%2541" becomes "%41".
   // Returns whether anything was decoded; a placeholder does not count.
   // Cost    linear in the text.
   static bool DecodeString(RWCString& text, EncodingType type);
@@ -81,7 +81,9 @@ class PAGESCAN_EXPORT UrlEncoding {
   // Cost    linear in `length`.
   static bool EncodeStringUnreadables(const char* source, unsigned long length, RWCString& output);
 
-  // Fill a table with one flavour; each returns true.
+  // Fill a table with one flavour; each returns true. FillASCII_chars, on which all others build,
+  // keeps ASCII letters and digits and escapes every other byte, in upper-case digits or lower-case
+  // ones.
   static bool FillASCII_chars(CharArray& table, bool upper);
   static bool FillBrowserSpecials(CharArray& table);
   static bool FillEscapeSpecials(CharArray& table);
@@ -94,6 +96,8 @@ class PAGESCAN_EXPORT UrlEncoding {
   // Fills the eight tables, each at most once per process; runs when the library is loaded.
   static void initAllArrays();
 
+  // The table of each flavour, for hosts to read. cBrowserCharsSign is cBrowserChars with "@"
+  // escaped.
   static CharArray cBrowserChars;
   static CharArray cBrowserCharsSign;
   static CharArray cEscapeChars;

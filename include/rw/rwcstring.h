@@ -58,7 +58,8 @@ class PAGESCAN_EXPORT RWCString {
   }
 
   // A writable reference, valid until the string changes. It ends the sharing of this buffer for
-  // good: copies made afterwards have bytes of their own.
+  // good: copies made afterwards have bytes of their own. A string that is not const gives this one
+  // also where a byte is only read: read through data().
   // Fails   RWBoundsErr when `index` is not below the length; std::bad_alloc while unsharing.
   // Cost    one copy of the bytes when they are shared.
   char& operator[](std::size_t index) {
