@@ -18,6 +18,8 @@ PAGESCAN_EXPORT bool isHttpProtocol(const RWCString& url);
 class PAGESCAN_EXPORT urlBase {
  public:
   urlBase();
+
+  // Starts with setBase(url).
   explicit urlBase(const RWCString& url);
   virtual ~urlBase();
 

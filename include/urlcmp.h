@@ -5,6 +5,7 @@
 #include "pagescan_export.h"
 
 struct PAGESCAN_EXPORT CDOMBaseLinkCmp {
+  // What the owner knows of the link.
   int level = 0;
   bool topRank = false;
   bool preferred = false;

@@ -19,6 +19,7 @@ class PAGESCAN_EXPORT CZKHTMLDietAttributeObject : public RWCollectable {
                              int offset);
   ~CZKHTMLDietAttributeObject() override;
 
+  // In lower case in the records of a parser.
   const char* GetAttributeName();
   void SetAttributeName(RWCString& name);
 

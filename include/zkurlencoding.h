@@ -16,6 +16,7 @@ extern PAGESCAN_EXPORT int persentEscapeLength;
 // What each byte becomes when a string is encoded: a zero-terminated text of one or three bytes.
 class PAGESCAN_EXPORT CharArray {
  public:
+  // Holds empty texts, or those of a table.
   constexpr CharArray() noexcept : entries{} {}
   explicit constexpr CharArray(const char (&table)[256][4]) noexcept : entries{} {
     for (int byte = 0; byte < 256; ++byte) {
@@ -26,9 +27,10 @@ class PAGESCAN_EXPORT CharArray {
   CharArray& operator=(const CharArray&) = default;
   virtual ~CharArray();
 
+  // The text of a byte.
   const char* operator[](unsigned char byte) const noexcept { return entries[byte]; }
 
-  char entries[256][4];
+  char entries[256][4];  // indexed by the byte
 };
 
 // All members are static. The tables are complete before any code of a host runs and constant from

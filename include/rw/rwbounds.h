@@ -10,10 +10,11 @@
 // The message of an RWBoundsErr; takes the index asked for and the largest one allowed.
 inline constexpr char RWTOOL_INDEXERR[] = "index %zu is out of range, the last valid one is %zu";
 
-// Thrown by bounds-tested access. A negative `lastValid` cannot occur: an access that no index
-// would satisfy names the index 0 as the last valid one.
+// Thrown by bounds-tested access. An access that no index would satisfy names 0 as the last valid
+// one.
 class PAGESCAN_EXPORT RWBoundsErr : public std::out_of_range {
  public:
+  // Holds the message with both numbers.
   RWBoundsErr(std::size_t index, std::size_t lastValid);
   RWBoundsErr(const RWBoundsErr&) noexcept;
   RWBoundsErr& operator=(const RWBoundsErr&) noexcept;

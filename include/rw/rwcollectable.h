@@ -11,11 +11,13 @@ class RWFile;
 class RWvistream;
 class RWvostream;
 
+// A class's identifier, and a size in a stream.
 using RWClassID = unsigned short;
 using RWspace = unsigned long;
 
 class PAGESCAN_EXPORT RWCollectable {
  public:
+  // There is nothing of its own to make or copy.
   RWCollectable() = default;
   RWCollectable(const RWCollectable&) = default;
   RWCollectable& operator=(const RWCollectable&) = default;

@@ -9,6 +9,7 @@
 // object of another kind.
 class PAGESCAN_EXPORT RWCollectableString : public RWCollectable, public RWCString {
  public:
+  // A string with the text given, empty without one.
   RWCollectableString() = default;
   RWCollectableString(const char* text) : RWCString(text) {}
   RWCollectableString(const RWCString& text) : RWCString(text) {}
@@ -29,8 +30,8 @@ class PAGESCAN_EXPORT RWCollectableString : public RWCollectable, public RWCStri
 // One int; hash, equality and order are those of the number.
 class PAGESCAN_EXPORT RWCollectableInt : public RWCollectable {
  public:
+  // Holds `value`, for good.
   explicit RWCollectableInt(int value = 0) : value_(value) {}
-
   int value() const noexcept { return value_; }
 
   RWCollectable* newSpecies() const override;

@@ -25,9 +25,11 @@ class RWCRegexp;
 
 class PAGESCAN_EXPORT RWCString {
  public:
+  // How a search or comparison takes letters, and which runs strip takes off.
   enum caseCompare { exact = 0, ignoreCase = 1 };
   enum stripType { leading = 1, trailing = 2, both = 3 };
 
+  // The result of a failed search.
   static constexpr std::size_t npos = static_cast<std::size_t>(-1);
 
   RWCString() noexcept : data_(local_), length_(0) { local_[0] = '\0'; }
@@ -38,6 +40,7 @@ class PAGESCAN_EXPORT RWCString {
   // Copies `length` bytes; a null pointer gives an empty string.
   RWCString(const char* bytes, std::size_t length);
 
+  // A copy shares the bytes, a string moved from is empty, a null pointer assigns an empty text.
   RWCString(const RWCString& other) { adoptFrom(other); }
   RWCString(RWCString&& other) noexcept { stealFrom(other); }
   RWCString& operator=(const RWCString& other);
@@ -45,6 +48,7 @@ class PAGESCAN_EXPORT RWCString {
   RWCString& operator=(const char* text);
   ~RWCString() { release(); }
 
+  // The number of bytes.
   std::size_t length() const noexcept { return length_; }
 
   // The bytes and their closing NUL, valid until the string changes or dies. Never copies.
@@ -110,6 +114,7 @@ class PAGESCAN_EXPORT RWCString {
   // Cuts the string, or fills it up with `fill`.
   void resize(std::size_t length, char fill = '\0');
 
+  // Exchanges the two texts in constant time.
   void swap(RWCString& other) noexcept;
 
   // Lower-cases the ASCII letters in place.
@@ -233,6 +238,7 @@ class PAGESCAN_EXPORT RWCString {
   };
 };
 
+// Comparison by bytes, case-sensitive; a null pointer counts as an empty text.
 PAGESCAN_EXPORT bool operator==(const RWCString& a, const RWCString& b) noexcept;
 PAGESCAN_EXPORT bool operator==(const RWCString& a, const char* b) noexcept;
 inline bool operator==(const char* a, const RWCString& b) noexcept {

@@ -23,6 +23,7 @@ class PAGESCAN_EXPORT RWHashDictionary : public RWCollectable {
   // still owns both objects. The same holds when std::bad_alloc leaves it.
   RWCollectable* insertKeyAndValue(RWCollectable* key, RWCollectable* value);
 
+  // Whether an equal key is stored.
   bool contains(const RWCollectable* key) const;
 
   // The stored key that equals `key`, or null.
@@ -34,8 +35,10 @@ class PAGESCAN_EXPORT RWHashDictionary : public RWCollectable {
   // The stored key, or null; `value` is set when there is one.
   RWCollectable* findKeyAndValue(const RWCollectable* key, RWCollectable*& value) const;
 
+  // The number of pairs.
   std::size_t entries() const noexcept { return entries_; }
 
+  // Forgets every pair and deletes nothing.
   void clear() noexcept;
 
   // Deletes every key and value and forgets them.
@@ -72,6 +75,7 @@ class PAGESCAN_EXPORT RWHashDictionary : public RWCollectable {
 // Visits every pair of a dictionary once; the dictionary must not change meanwhile.
 class PAGESCAN_EXPORT RWHashDictionaryIterator {
  public:
+  // Stands before the first pair.
   explicit RWHashDictionaryIterator(const RWHashDictionary& dictionary) noexcept
       : dictionary_(&dictionary), next_(0) {}
 

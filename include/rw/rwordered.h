@@ -11,6 +11,7 @@
 
 class PAGESCAN_EXPORT RWOrdered : public RWCollectable {
  public:
+  // Empty, or with the elements of another one.
   RWOrdered() noexcept : items_(few_), entries_(0), capacity_(kFew) {}
   RWOrdered(const RWOrdered& other);
   RWOrdered& operator=(const RWOrdered&) = delete;
@@ -18,11 +19,13 @@ class PAGESCAN_EXPORT RWOrdered : public RWCollectable {
   // Appends, and returns the element. Amortised constant time.
   RWCollectable* insert(RWCollectable* element);
 
+  // The number of elements.
   std::size_t entries() const noexcept { return entries_; }
 
   // Fails   RWBoundsErr when `index` is not below entries().
   RWCollectable* at(std::size_t index) const;
 
+  // Forgets every element and deletes nothing.
   void clear() noexcept { entries_ = 0; }
 
   // Deletes every element and forgets them.
