@@ -13,9 +13,14 @@ macro(pagescan_collect variable)
   file(GLOB ${variable} CONFIGURE_DEPENDS LIST_DIRECTORIES false ${ARGN})
 endmacro()
 
-# Language, warnings and bounds checks of our own targets; never imposed on a host.
+# Language (C++20, or the standard given), warnings and bounds checks of our own targets; never
+# imposed on a host.
 function(pagescan_own_target target)
-  target_compile_features(${target} PRIVATE cxx_std_20)
+  set(standard 20)
+  if(ARGC GREATER 1)
+    set(standard "${ARGV1}")
+  endif()
+  target_compile_features(${target} PRIVATE cxx_std_${standard})
   set_target_properties(${target} PROPERTIES
     CXX_EXTENSIONS OFF
     POSITION_INDEPENDENT_CODE ON

@@ -1,0 +1,57 @@
+// What the examples share: reading a page, and telling what a page loads.
+#ifndef PAGESCAN_EXAMPLES_PAGES_H
+#define PAGESCAN_EXAMPLES_PAGES_H
+
+#include <pagescan.h>
+
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <optional>
+#include <string>
+
+// The bytes of a page that can be parsed, or nothing, with a message, for one that cannot.
+inline std::optional<std::string> readPage(const char* path) {
+  std::ifstream file(path, std::ios::binary);
+  std::string page((std::istreambuf_iterator<char>(file)), {});
+  if (!file) {
+    std::cerr << path << ": cannot be read\n";
+    return std::nullopt;
+  }
+  // The parser's text ends at the first NUL, and blanking scripts may not return.
+  if (page.find('\0') != std::string::npos) {
+    std::cerr << path << ": holds a NUL byte\n";
+    return std::nullopt;
+  }
+  if (tqFindEndlessScript(RWCString(page.data(), page.size())) != RWCString::npos) {
+    std::cerr << path << ": has a script tag that does not end\n";
+    return std::nullopt;
+  }
+  return page;
+}
+
+// Calls use(attribute) for each attribute of a record that names something the page loads: not the
+// base, nor a relation, nor a class identifier, nor an empty value.
+template <typename Use>
+void forEachLoaded(CZKHTMLDietTransactionsObject& record, Use use) {
+  if (RWCString(record.GetTagName()) == "BASE") return;
+  RWOrdered names;
+  record.GetAttributeNames(names);
+  for (std::size_t i = 0; i < names.entries(); ++i) {
+    auto& name = static_cast<RWCollectableString&>(*names.at(i));
+    if (name == "rel" || name == "classid") continue;
+    CZKHTMLDietAttributeObject* attribute = record.GetAttributeObject(name);
+    if (RWCString(attribute->GetOriginalAttributeValue()).length() > 0) use(*attribute);
+  }
+}
+
+// Whether an absolute URL is one of http or https.
+inline bool isWebUrl(const RWCString& url) {
+  constexpr int kHttp = 3;
+  constexpr int kHttps = 4;
+  int schemeLength = 0;
+  const int code = getProtocol(url, schemeLength);
+  return code == kHttp || code == kHttps;
+}
+
+#endif
