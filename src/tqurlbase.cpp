@@ -169,6 +169,7 @@ RWCString urlBase::calcUrl(RWCString& url) {
   if (beginsWith(link, kSlashes)) return url = joined({top, link.substr(kSlashes.size())});
   if (!isHttpProtocol(url)) return url;
   if (link.front() == '/') return joined({top, site, link});
+  if (link == kHere) return joined({top, site, directory});
   if (beginsWith(link, kParent)) return resolveAbove(*this, link);
   if (link.front() == '#') return joined({top, site, directory, viewOf(fileName), link});
   if (beginsWith(link, kHere)) url.remove(0, kHere.size());
@@ -182,7 +183,8 @@ namespace {
 // "file:" and something without a "/" at the second place behind it: a path on this machine.
 std::string_view fileUrl(std::string_view link, std::size_t schemeLength, RWCString& made) {
   constexpr std::string_view kFile = "file://";
-  if (link.substr(schemeLength + 1, 1) == "/") return link;
+  const std::size_t second = schemeLength + 1;
+  if (second < link.size() && link[second] == '/') return link;
   link.remove_prefix(schemeLength);
   made = joined({kFile, beginsWith(link, "/") ? "" : "/", link});
   return viewOf(made);
