@@ -40,7 +40,7 @@ std::string failureMessage(const CLI::App* app, const CLI::Error& error) {
 
 // Prints help with the names of options or commands in a column of this width.
 std::shared_ptr<CLI::Formatter> helpFormatter(std::size_t columnWidth) {
-  const auto formatter = std::make_shared<CLI::Formatter>();
+  auto formatter = std::make_shared<CLI::Formatter>();
   formatter->column_width(columnWidth);
   formatter->label("SUBCOMMAND", "COMMAND");
   formatter->label("Positionals", "Arguments");

@@ -3,6 +3,7 @@
 #include <iconv.h>
 
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
 #include <string_view>
 
@@ -27,7 +28,7 @@ class Iconv {
     if (isOpen()) ::iconv_close(handle_);
   }
 
-  bool isOpen() const { return handle_ != reinterpret_cast<iconv_t>(-1); }
+  bool isOpen() const { return reinterpret_cast<std::intptr_t>(handle_) != -1; }
 
   // Converts as much as it can, advancing both. Returns 0, or the errno of what stopped it.
   int convert(std::string_view& source, char*& destination, std::size_t& room) {

@@ -12,7 +12,7 @@ namespace pagescan {
 
 namespace {
 
-constexpr std::size_t kChunkSize = 256 * 1024;
+constexpr std::size_t kChunkSize = 262144;
 
 // An open file; standard input stays open.
 class InputFile {

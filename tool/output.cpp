@@ -9,7 +9,7 @@ namespace pagescan {
 
 namespace {
 
-constexpr std::size_t kBufferSize = 64 * 1024;
+constexpr std::size_t kBufferSize = 65536;
 
 }  // namespace
 
