@@ -39,7 +39,8 @@ class PAGESCAN_EXPORT CZKHTMLDietTransactionsObject : public RWCollectable {
   CZKHTMLDietAttributeObject* GetFirstAttributeObject();
 
   // Forgets what `names` held and appends the names as RWCollectableString objects, in no order to
-  // rely on. They belong to the record and live as long as it does. Returns whether there are any.
+  // rely on. They belong to the record, live as long as it does, and must not be changed: records
+  // may share them. Returns whether there are any.
   bool GetAttributeNames(RWOrdered& names);
 
   // The XOR of the 64-bit little-endian words of `size` bytes, the last one padded with zeros.

@@ -74,7 +74,7 @@ void TagAttributeReader::keep(const Trail& trail, const Firsts* behind) {
 void TagAttributeReader::read(const char* nameEnd, const char* tagEnd, AttributeSet wanted,
                               FoundAttributes& found) {
   // The byte that ended the name is stepped over unseen, be it the tag's own ">".
-  const char* at = findFirstNotOf(nameEnd + 1, end_, kHtmlWhiteSpace);
+  const char* at = skipWhiteSpace(nameEnd + 1, end_);
   Trail trail;
   const Firsts* known = nullptr;
   const char* previous = tagEnd;
@@ -100,7 +100,7 @@ void TagAttributeReader::read(const char* nameEnd, const char* tagEnd, Attribute
     at = step.next;
   }
   if (known) addKnown(*known, found);
-  keep(trail, known);
+  if (!trail.empty()) keep(trail, known);
 }
 
 }  // namespace pagescan

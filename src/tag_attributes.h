@@ -25,20 +25,25 @@ class FoundAttributes {
   bool hasAll(AttributeSet ids) const { return (set_ & ids) == ids; }
 
   // The value; for an attribute without one an empty view of nothing.
-  std::string_view value(std::size_t id) const { return values_[id]; }
+  std::string_view value(std::size_t id) const { return {values_[id].begin, values_[id].length}; }
 
   // Keeps the first value of each id.
   void add(std::size_t id, std::string_view value) {
     if (has(id)) return;
     set_ |= bit(id);
-    values_[id] = value;
+    values_[id] = {value.data(), value.size()};
   }
 
  private:
   static AttributeSet bit(std::size_t id) { return AttributeSet{1} << id; }
 
+  struct Value {
+    const char* begin;
+    std::size_t length;
+  };
+
   AttributeSet set_ = 0;
-  std::array<std::string_view, kAttributes> values_;  // set where the set says so
+  Value values_[kAttributes];  // there where the set says so, left unset elsewhere
 };
 
 class TagAttributeReader {

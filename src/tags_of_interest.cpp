@@ -1,6 +1,7 @@
 #include "tags_of_interest.h"
 
 #include "base/byte_class.h"
+#include "base/kernels.h"
 #include "base/search.h"
 
 namespace pagescan {
@@ -32,6 +33,19 @@ constexpr auto kTagsByPair = [] {
 }();
 static_assert(std::count_if(kTagsByPair.begin(), kTagsByPair.end(),
                             [](std::uint8_t tag) { return tag != kNoTag; }) == kTags);
+
+constexpr TagFilter kOpenings = [] {
+  TagFilter filter{};
+  for (const TagOfInterest& tag : kTagsOfInterest) {
+    const std::uint32_t second = std::uint32_t{1} << letterCode(tag.name[1]);
+    filter.seconds[toByte(toUpper(tag.name[0]))] |= second;
+    filter.seconds[toByte(toLower(tag.name[0]))] |= second;
+  }
+  for (std::size_t byte = 0; byte < filter.seconds.size(); ++byte) {
+    if (kTagNameEnds.contains(static_cast<char>(byte))) filter.seconds[byte] = ~std::uint32_t{0};
+  }
+  return filter;
+}();
 
 // Where the attributes that begin with a letter stand in the list of names.
 struct Range {
@@ -72,8 +86,12 @@ std::size_t findAttributeOfInterest(std::string_view name) {
   return kNoAttribute;
 }
 
-bool mayBeTagOfInterest(char first, char second) {
-  return kTagsByPair[pairCode(first, second)] != kNoTag;
+const char* findTagOpening(const char* begin, const char* end) {
+  constexpr std::ptrdiff_t kShortestName = 2;
+  if (end - begin <= kShortestName) return end;
+  const char* last = end - kShortestName;
+  const char* found = kernels().findTag(begin, last, kOpenings);
+  return found == last ? end : found;
 }
 
 }  // namespace pagescan

@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "base/byte_class.h"
+
 namespace pagescan {
 
 inline constexpr std::size_t kCells = 6;
@@ -106,8 +108,14 @@ inline constexpr std::size_t kNoAttribute = kAttributes;
 // The id of the attribute of this name in whatever case, or kNoAttribute.
 std::size_t findAttributeOfInterest(std::string_view name);
 
-// Whether a name that begins with these two bytes can be that of a tag of interest.
-bool mayBeTagOfInterest(char first, char second);
+// The first place at or after `begin` at which "<" is followed by two bytes with which the name of
+// a tag of interest begins, or by a byte that is skipped in front of names; `end` when there is
+// none, or no room for a tag.
+const char* findTagOpening(const char* begin, const char* end);
+
+// The bytes that end a tag's name, and that are skipped in front of one. "~" is one of them
+// deliberately.
+inline constexpr ByteClass kTagNameEnds = kHtmlWhiteSpace | ByteClass::of("<>~");
 
 }  // namespace pagescan
 

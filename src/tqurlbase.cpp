@@ -27,15 +27,11 @@ std::string_view upTo(std::string_view text, char stop) {
   return text.substr(0, text.find(stop));
 }
 
-bool beginsWith(std::string_view text, std::string_view start) {
-  return text.substr(0, start.size()) == start;
-}
-
 bool beginsWithIgnoringCase(std::string_view text, std::string_view start) {
   return equalsIgnoringCase(text.substr(0, start.size()), start);
 }
 
-bool holdsIgnoringCase(std::string_view text, std::string_view part) {
+bool holdsIgnoringCase(std::string_view text, const CaselessText& part) {
   const char* end = text.data() + text.size();
   return findIgnoringCase(text.data(), end, part) != end;
 }
@@ -143,7 +139,7 @@ std::string_view topDirectories(std::string_view dirPath, long count) {
 
 RWCString resolveAbove(const urlBase& base, std::string_view link) {
   long parents = 0;
-  while (beginsWith(link, kParent)) {
+  while (link.starts_with(kParent)) {
     link.remove_prefix(kParent.size());
     ++parents;
   }
@@ -166,13 +162,14 @@ RWCString urlBase::calcUrl(RWCString& url) {
   const std::string_view directory = viewOf(dirPath);
   if (link.size() < 2) return joined({top, site, link == "/" ? link : directory});
   if (isAbsolute(link)) return url;
-  if (beginsWith(link, kSlashes)) return url = joined({top, link.substr(kSlashes.size())});
+  if (link.starts_with(kSlashes)) return url = joined({top, link.substr(kSlashes.size())});
   if (!isHttpProtocol(url)) return url;
   if (link.front() == '/') return joined({top, site, link});
   if (link == kHere) return joined({top, site, directory});
-  if (beginsWith(link, kParent)) return resolveAbove(*this, link);
+  if (link.starts_with(kParent)) return resolveAbove(*this, link);
   if (link.front() == '#') return joined({top, site, directory, viewOf(fileName), link});
-  if (beginsWith(link, kHere)) url.remove(0, kHere.size());
+  if (link == kHere) return joined({top, site, directory});
+  if (link.starts_with(kHere)) url.remove(0, kHere.size());
   return joined({top, site, directory, viewOf(url)});
 }
 
@@ -186,12 +183,12 @@ std::string_view fileUrl(std::string_view link, std::size_t schemeLength, RWCStr
   const std::size_t second = schemeLength + 1;
   if (second < link.size() && link[second] == '/') return link;
   link.remove_prefix(schemeLength);
-  made = joined({kFile, beginsWith(link, "/") ? "" : "/", link});
+  made = joined({kFile, link.starts_with('/') ? "" : "/", link});
   return viewOf(made);
 }
 
 RWCString resolveRelative(const urlBase& base, std::string_view link) {
-  if (beginsWith(link, kHere)) link.remove_prefix(kHere.size());
+  if (link.starts_with(kHere)) link.remove_prefix(kHere.size());
   const char first = link.empty() ? '\0' : link.front();
   const bool followsBase = first == '#' || first == '?';
   const bool followsHost = first == '/' || first == '\\';
@@ -225,10 +222,10 @@ void urlBase::calcUrl(const RWCString& in, RWCString& out, bool resolveEmpty, bo
   ScratchText scratch;
   std::string_view link = cleanUrl(viewOf(in), decodePercent, scratch);
   RWCString made;  // what `link` is a view of once it was put together anew
-  if (beginsWith(link, kSlashes)) {
+  if (link.starts_with(kSlashes)) {
     made = joined({viewOf(protocol), link});
     link = viewOf(made);
-  } else if (beginsWith(link, "\\\\")) {
+  } else if (link.starts_with("\\\\")) {
     made = joined({"file://", link.substr(2)});
     link = viewOf(made);
   }

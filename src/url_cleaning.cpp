@@ -1,6 +1,7 @@
 #include "url_cleaning.h"
 
 #include "base/byte_class.h"
+#include "base/link_scan.h"
 #include "base/numbers.h"
 #include "base/search.h"
 
@@ -13,7 +14,7 @@ constexpr ByteClass kToClean = kHtmlWhiteSpace | ByteClass::of("%");
 
 std::string_view trimmed(std::string_view url) {
   const char* end = url.data() + url.size();
-  const char* begin = findFirstNotOf(url.data(), end, kHtmlWhiteSpace);
+  const char* begin = skipWhiteSpace(url.data(), end);
   end = findEndOfLastNotOf(begin, end, kHtmlWhiteSpace);
   return {begin, static_cast<std::size_t>(end - begin)};
 }
@@ -93,6 +94,7 @@ class Cleaner {
 }  // namespace
 
 std::string_view cleanUrl(std::string_view url, bool decodePercent, ScratchText& scratch) {
+  if (!scanLink(url).needsCleaning) return url;
   url = trimmed(url);
   const char* end = url.data() + url.size();
   const char* first = decodePercent ? findFirstOf(url.data(), end, kToClean)

@@ -2,23 +2,13 @@
 
 #include <algorithm>
 
-#include "base/search.h"
+#include "base/link_scan.h"
 
 namespace pagescan {
 namespace {
 
 constexpr std::string_view kParent = "../";
 constexpr std::string_view kHere = "./";
-constexpr std::string_view kHereInside = "/./";
-
-bool contains(std::string_view text, std::string_view part) {
-  const char* end = text.data() + text.size();
-  return findText(text.data(), end, part) != end;
-}
-
-bool isPlain(std::string_view link) {
-  return link.find('\\') == std::string_view::npos && !contains(link, kHereInside);
-}
 
 // Takes back the text built so far to behind its last "/", the very last byte not looked at.
 void dropLastSegment(ScratchText& built) {
@@ -30,11 +20,11 @@ void dropLastSegment(ScratchText& built) {
 }  // namespace
 
 bool hasParents(std::string_view url) {
-  return contains(url, kParent);
+  return scanLink(url).needsFolding && url.find(kParent) != std::string_view::npos;
 }
 
 void appendLink(std::string_view link, ScratchText& result) {
-  if (isPlain(link)) {
+  if (!scanLink(link).needsFolding) {
     result.append(link);
     return;
   }

@@ -5,6 +5,7 @@
 #include <iostream>
 #include <memory>
 
+#include "attribute_names.h"
 #include "base/kernels.h"
 #include "rw/rwcollectables.h"
 #include "text_view.h"
@@ -15,8 +16,13 @@ using namespace pagescan;
 CZKHTMLDietTransactionsObject::CZKHTMLDietTransactionsObject() = default;
 
 CZKHTMLDietTransactionsObject::~CZKHTMLDietTransactionsObject() {
-  attributeIndex.clearAndDestroy();
+  for (std::size_t i = 0; i < attributeList.entries(); ++i) delete attributeList.at(i);
   attributeList.clear();
+  RWHashDictionaryIterator next(attributeIndex);
+  while (RWCollectable* key = next()) {
+    if (!isSharedAttributeName(key)) delete key;
+  }
+  attributeIndex.clear();
 }
 
 const char* CZKHTMLDietTransactionsObject::GetTagName() {
@@ -29,11 +35,16 @@ void CZKHTMLDietTransactionsObject::SetTagName(const char* name) {
 
 void CZKHTMLDietTransactionsObject::InsertAttributeObject(CZKHTMLDietAttributeObject* attribute) {
   if (!attribute) return;
-  auto key = std::make_unique<RWCollectableString>(attribute->attributeName);
-  if (attributeIndex.contains(key.get())) return;
+  std::unique_ptr<RWCollectableString> ownKey;
+  RWCollectableString* key = sharedAttributeName(attribute->attributeName);
+  if (!key) {
+    ownKey = std::make_unique<RWCollectableString>(attribute->attributeName);
+    key = ownKey.get();
+  }
+  if (attributeIndex.contains(key)) return;
   attributeList.insert(attribute);
-  attributeIndex.insertKeyAndValue(key.get(), attribute);
-  key.release();
+  attributeIndex.insertKeyAndValue(key, attribute);
+  ownKey.release();
 }
 
 CZKHTMLDietAttributeObject* CZKHTMLDietTransactionsObject::GetAttributeObject(RWCString& name) {

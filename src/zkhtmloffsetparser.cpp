@@ -19,9 +19,6 @@ using namespace pagescan;
 
 namespace {
 
-// "~" is one of them deliberately.
-constexpr ByteClass kTagNameEnds = kHtmlWhiteSpace | ByteClass::of("<>~");
-
 constexpr int kNoOffset = -1;
 
 }  // namespace
@@ -71,7 +68,7 @@ class CHTMLOffsetParser::HtmlPass {
 
   void run() {
     const char* at = begin_;
-    while ((at = findOpening(at)) != end_) {
+    while ((at = findTagOpening(at, end_)) != end_) {
       const char* name = findFirstNotOf(at, end_, kTagNameEnds);
       const char* nameEnd = findFirstOf(name, end_, kTagNameEnds);
       const TagOfInterest* tag =
@@ -97,15 +94,6 @@ class CHTMLOffsetParser::HtmlPass {
   }
 
  private:
-  // The next "<" whose tag may be one of interest. What follows it may also be more bytes that end
-  // names: they are skipped in front of a name, too.
-  const char* findOpening(const char* at) const {
-    for (at = findByte(at, end_, '<'); end_ - at > 2; at = findByte(at + 1, end_, '<')) {
-      if (mayBeTagOfInterest(at[1], at[2]) || kTagNameEnds.contains(at[1])) return at;
-    }
-    return end_;
-  }
-
   void queueRecord(const TagOfInterest& tag, const FoundAttributes& found) {
     RecordMaker record(parser_, tag.name);
     AttributeSet added = 0;

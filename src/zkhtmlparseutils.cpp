@@ -42,9 +42,7 @@ bool htmlIsWhiteSpace(char c) {
 }
 
 bool htmlSkipWhiteSpaces(RWCString& text, unsigned long end, unsigned long& pos) {
-  return stepTo(text, end, pos, [](const char* from, const char* to) {
-    return findFirstNotOf(from, to, kHtmlWhiteSpace);
-  });
+  return stepTo(text, end, pos, skipWhiteSpace);
 }
 
 bool htmlSkipNonWhiteSpaces(RWCString& text, unsigned long end, unsigned long& pos) {
@@ -143,14 +141,14 @@ struct Region {
 };
 
 // The next region, unless a stray closing delimiter comes first.
-bool findRegion(const RWCString& text, std::string_view open, std::string_view close,
+bool findRegion(const RWCString& text, const CaselessText& open, const CaselessText& close,
                 std::size_t pos, Region& region) {
   const char* from = text.data() + pos;
   const char* end = endOf(text);
   const char* closeAt = findIgnoringCase(from, end, close);
   if (closeAt == end) return false;
   const auto left = static_cast<std::size_t>(end - closeAt);
-  const char* limit = open.size() < left ? closeAt + open.size() : end;
+  const char* limit = open.text().size() < left ? closeAt + open.text().size() : end;
   const char* start = findIgnoringCase(from, limit, open);
   if (start >= closeAt) return false;
   region = {offsetIn(text, start), offsetIn(text, closeAt)};
@@ -159,8 +157,8 @@ bool findRegion(const RWCString& text, std::string_view open, std::string_view c
 
 constexpr std::string_view kParagraph = "<p>";
 constexpr std::string_view kParagraphEnd = "</p>";
-constexpr std::string_view kScript = "<SCRIPT";
-constexpr std::string_view kScriptEnd = "</SCRIPT>";
+constexpr CaselessText kScript = "<SCRIPT";
+constexpr CaselessText kScriptEnd = "</SCRIPT>";
 
 struct Script {
   Region region;
@@ -173,7 +171,7 @@ struct Script {
 bool findScript(const RWCString& text, std::size_t& pos, Script& script) {
   if (!findRegion(text, kScript, kScriptEnd, pos, script.region)) return false;
   script.tagEnd = text.index('>', script.region.start + 1);
-  pos = script.region.close + kScriptEnd.size();
+  pos = script.region.close + kScriptEnd.text().size();
   return true;
 }
 
@@ -188,9 +186,11 @@ bool findScript(const RWCString& text, std::size_t& pos, Script& script) {
 
 void tqOverwriteTagWithBlanks(RWCString& text, RWCString open, RWCString close) {
   Overwriter overwriter(text);
+  const CaselessText opening = viewOf(open);
+  const CaselessText closing = viewOf(close);
   Region region{};
   for (std::size_t pos = 0;
-       pos < text.length() && findRegion(text, viewOf(open), viewOf(close), pos, region);) {
+       pos < text.length() && findRegion(text, opening, closing, pos, region);) {
     pos = region.close + close.length();
     const std::size_t span = pos - region.start;
     if (span < kParagraph.size() + kParagraphEnd.size()) continue;
@@ -239,6 +239,7 @@ class ElementEmptier {
   ElementEmptier(const RWCString& tag, const RWCString& text)
       : openTag_("<" + tag),
         closeTag_("</" + tag + ">"),
+        closeText_(viewOf(closeTag_)),
         replacement_(openTag_ + ">" + closeTag_),
         at_(text.data()),
         end_(endOf(text)),
@@ -300,7 +301,7 @@ class ElementEmptier {
   }
 
   const char* findCloseTag(const char* from) const {
-    return findIgnoringCase(from, end_, viewOf(closeTag_));
+    return findIgnoringCase(from, end_, closeText_);
   }
 
   // The end of the first comment that begins in front of `closeAt`, when it ends behind it.
@@ -320,6 +321,7 @@ class ElementEmptier {
 
   const RWCString openTag_;
   const RWCString closeTag_;
+  const CaselessText closeText_;
   const RWCString replacement_;
   const char* at_;
   const char* end_;
@@ -348,7 +350,7 @@ void tqSkipTagBody(const RWCString& tag, RWCString& text) {
 namespace {
 
 struct Handler {
-  std::string_view name;
+  CaselessText name;
   std::string_view replacement;
 };
 
@@ -359,12 +361,12 @@ constexpr Handler kHandlers[] = {
 };
 
 // The next place at which the handler's name is followed by "=", with `equals` at that byte.
-const char* findHandler(const char* from, const char* end, std::string_view name,
+const char* findHandler(const char* from, const char* end, const CaselessText& name,
                         const char*& equals) {
   for (const char* at = from;; ++at) {
     at = findIgnoringCase(at, end, name);
     if (at == end) return end;
-    equals = findFirstNotOf(at + name.size(), end, kHtmlWhiteSpace);
+    equals = skipWhiteSpace(at + name.text().size(), end);
     if (equals < end && *equals == '=') return at;
   }
 }

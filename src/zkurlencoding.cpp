@@ -9,6 +9,7 @@
 
 #include "base/byte_class.h"
 #include "base/kernels.h"
+#include "base/percent.h"
 #include "base/search.h"
 #include "text_view.h"
 #include "zkurlencoding_tables.h"
@@ -27,7 +28,6 @@ constexpr EncodedBytes kURIComponentBytes = encodedBytes(kURIComponent);
 constexpr EncodedBytes kChromeBytes = encodedBytes(kChrome);
 constexpr EncodedBytes kChrome94Bytes = encodedBytes(kChrome94);
 constexpr EncodedBytes kSiebelBytes = encodedBytes(kSiebel);
-constexpr EncodedBytes kPrintableBytes = printableBytes();
 
 }  // namespace
 
@@ -212,21 +212,6 @@ UrlEncoding::EncodingType knownType(UrlEncoding::EncodingType type) {
   return isKnown ? type : UrlEncoding::eBrowser;
 }
 
-const CharArray& tableOf(UrlEncoding::EncodingType type) {
-  static constexpr const CharArray* kTables[] = {
-      &UrlEncoding::cBrowserChars,             // eNone has none of its own
-      &UrlEncoding::cBrowserChars,             // eBrowser
-      &UrlEncoding::cEscapeChars,              // eEscape
-      &UrlEncoding::cEscapeURIChars,           // eEscapeURI
-      &UrlEncoding::cEscapeURIComponentChars,  // eEscapeURIComponent
-      &UrlEncoding::cBrowserCharsSign,         // eBrowserSign
-      &UrlEncoding::cChromeChars,              // eChrome
-      &UrlEncoding::cChromeChars94,            // eChrome94
-      &UrlEncoding::cSiebelChars,              // eSiebel
-  };
-  return *kTables[knownType(type)];
-}
-
 bool plusIsBlank(UrlEncoding::EncodingType type) {
   return type != UrlEncoding::eChrome94 && type != UrlEncoding::eSiebel;
 }
@@ -302,31 +287,38 @@ class TQDynamicString {
 
 namespace {
 
-// The longest form of a byte.
-constexpr std::ptrdiff_t kEscapeLength = 3;
+constexpr UrlForms kForms[] = {
+    urlForms(kBrowser),       // eNone has none of its own
+    urlForms(kBrowser),       // eBrowser
+    urlForms(kEscape),        // eEscape
+    urlForms(kEscapeURI),     // eEscapeURI
+    urlForms(kURIComponent),  // eEscapeURIComponent
+    urlForms(kBrowserSign),   // eBrowserSign
+    urlForms(kChrome),        // eChrome
+    urlForms(kChrome94),      // eChrome94
+    urlForms(kSiebel),        // eSiebel
+};
+constexpr UrlForms kPrintableForms = urlForms(printableBytes(), kUpperDigits);
 
-// `out` has room for kEscapeLength bytes for each byte, and for one more.
-char* encodeRun(const Entries& entries, const char* begin, const char* end, char* out) {
-  for (; begin < end; ++begin) {
-    const char* entry = entries[toByte(*begin)];
-    std::memcpy(out, entry, sizeof entries[0]);
-    out += entry[1] == '\0' ? 1 : kEscapeLength;
-  }
-  return out;
-}
-
-void encodeBytes(const Entries& entries, const char* begin, const char* end,
+void encodeBytes(const UrlForms& forms, const char* begin, const char* end,
                  TQDynamicString& result) {
   while (begin < end) {
-    const std::ptrdiff_t run = std::min(end - begin, (result.room() - 1) / kEscapeLength);
-    result.wroteUpTo(encodeRun(entries, begin, begin + run, result.out()));
+    const std::ptrdiff_t run = std::min(end - begin, (result.room() - 4) / kEscapeLength);
+    result.wroteUpTo(kernels().encodeUrl(forms, begin, begin + run, result.out()));
     begin += run;
   }
 }
 
 // The next placeholder in [begin, end), or `end`; an empty one is nowhere.
 const char* findPlaceholder(const char* begin, const char* end, std::string_view escape) {
-  return escape.empty() ? end : findText(begin, end, escape);
+  if (escape.empty() || static_cast<std::size_t>(end - begin) < escape.size()) return end;
+  const PairProbe probe{{escape.front(), 0}, {escape.back(), 0}, escape.size() - 1};
+  const char* candidatesEnd = end - probe.distance;
+  for (;; ++begin) {
+    begin = kernels().findPair(begin, candidatesEnd, probe);
+    if (begin == candidatesEnd) return end;
+    if (std::memcmp(begin, escape.data(), escape.size()) == 0) return begin;
+  }
 }
 
 }  // namespace
@@ -338,14 +330,14 @@ bool UrlEncoding::EncodeString(RWCString& source, RWCString& destination, Encodi
     destination.append(source);
     return false;
   }
-  const Entries& entries = tableOf(type).entries;
+  const UrlForms& forms = kForms[knownType(type)];
   const std::string_view escape = placeholder();
   TQDynamicString result(length + length / 2);
   const char* at = source.data();
   const char* end = at + length;
   for (;;) {
     const char* found = findPlaceholder(at, end, escape);
-    encodeBytes(entries, at, found, result);
+    encodeBytes(forms, at, found, result);
     if (found == end) break;
     result.append("%");
     at = found + escape.size();
@@ -358,59 +350,12 @@ bool UrlEncoding::EncodeStringUnreadables(const char* source, unsigned long leng
                                           RWCString& output) {
   if (source == nullptr) return false;
   TQDynamicString result(length + length / 5);
-  encodeBytes(kPrintableBytes.entries, source, source + length, result);
+  encodeBytes(kPrintableForms, source, source + length, result);
   result.replace(output);
   return true;
 }
 
 // --- Decoding ---------------------------------------------------------------------------------
-
-namespace {
-
-constexpr std::array<signed char, 256> kHexDigitValues = hexDigitValues();
-
-// A "%" is decoded when the number behind it is 32 or more. Such a number takes two digits: what
-// else the number reader accepts, one digit with or without a blank or a sign, gives less.
-constexpr int kLeastDecoded = 32;
-
-// The number of the escape that begins at `escape`; anything below kLeastDecoded when there is
-// none.
-unsigned char escapedByte(const char* escape) {
-  const int high = kHexDigitValues[toByte(escape[1])];
-  const int low = kHexDigitValues[toByte(escape[2])];
-  return static_cast<unsigned char>(high < 0 || low < 0 ? 0 : high * 16 + low);
-}
-
-bool isEscape(const char* at, const char* end) {
-  return end - at >= kEscapeLength && escapedByte(at) >= kLeastDecoded;
-}
-
-// How far a run of decoding came.
-struct Decoded {
-  const char* source;
-  char* out;
-  bool changed;
-};
-
-// Decodes up to a "%" that is not to be decoded. `out` has room for as many bytes as there are.
-Decoded decodeRun(const char* begin, const char* end, char* out, char plus) {
-  bool changed = false;
-  while (begin < end) {
-    if (*begin == '%') {
-      if (!isEscape(begin, end)) break;
-      *out++ = static_cast<char>(escapedByte(begin));
-      begin += kEscapeLength;
-      changed = true;
-    } else {
-      changed |= *begin == '+' && plus != '+';
-      *out++ = *begin == '+' ? plus : *begin;
-      ++begin;
-    }
-  }
-  return {begin, out, changed};
-}
-
-}  // namespace
 
 bool UrlEncoding::DecodeString(RWCString& text, EncodingType type) {
   const char plus = plusIsBlank(type) ? ' ' : '+';
@@ -421,7 +366,7 @@ bool UrlEncoding::DecodeString(RWCString& text, EncodingType type) {
   bool hasPlaceholder = false;
   while (at < end) {
     const std::ptrdiff_t run = std::min(end - at, result.room());
-    const Decoded decoded = decodeRun(at, at + run, result.out(), plus);
+    const UrlDecoding decoded = kernels().decodeUrl(at, at + run, result.out(), plus);
     result.wroteUpTo(decoded.out);
     isDecoded |= decoded.changed;
     at = decoded.source;

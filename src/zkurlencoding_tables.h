@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "base/byte_class.h"
-#include "base/numbers.h"
+#include "base/kernels.h"
 
 namespace pagescan {
 
@@ -117,6 +117,25 @@ constexpr EncodedBytes printableBytes() {
   return table;
 }
 
+// The same as the encoder reads it.
+constexpr UrlForms urlForms(const EncodedBytes& table, std::string_view digits) {
+  UrlForms forms{};
+  for (std::size_t byte = 0; byte < 256; ++byte) {
+    UrlForm& form = forms.forms[byte];
+    for (const char c : std::string_view(table.entries[byte])) form.text[form.length++] = c;
+    if (form.length > 1) continue;
+    auto& row = forms.keepingRows[byte % 16];
+    row = static_cast<unsigned char>(row | UrlForms::kRowBits[byte / 16]);
+  }
+  for (std::size_t i = 0; i < digits.size(); ++i) forms.digits[i] = digits[i];
+  forms.keptBlank = forms.forms[toByte(' ')].text[0];
+  return forms;
+}
+
+constexpr UrlForms urlForms(const Flavour& flavour) {
+  return urlForms(encodedBytes(flavour), flavour.digits);
+}
+
 // A set of flavours: the bit of a flavour is its place in kFlavours.
 using FlavourSet = unsigned;
 
@@ -160,15 +179,6 @@ constexpr FlavoursByByte flavoursOfDigit() {
   return flavoursWith([](const Flavour& flavour, const EncodedBytes&, std::size_t byte) {
     return flavour.digits.find(static_cast<char>(byte)) != std::string_view::npos;
   });
-}
-
-// The value of each byte as a hexadecimal digit, or -1.
-constexpr std::array<signed char, 256> hexDigitValues() {
-  std::array<signed char, 256> values{};
-  for (std::size_t byte = 0; byte < 256; ++byte) {
-    values[byte] = static_cast<signed char>(hexDigitValue(static_cast<char>(byte)));
-  }
-  return values;
 }
 
 }  // namespace pagescan

@@ -56,6 +56,7 @@ ScannedName scanName(const char* begin, const char* end) {
       case ByteKind::nameByte:
         if (name.end) return name.as(ScannedName::bareName);
         if (!name.begin) name.begin = at;
+        at = findFirstNotOf(at + 1, end, kNameBytes) - 1;
         break;
       case ByteKind::tagEnd:
         name.endAt(at);
@@ -78,7 +79,7 @@ ScannedName scanName(const char* begin, const char* end) {
 }
 
 ScannedValue scanValue(const char* begin, const char* end) {
-  begin = findFirstNotOf(begin, end, kHtmlWhiteSpace);
+  begin = skipWhiteSpace(begin, end);
   if (begin >= end) return {ScannedValue::missing, nullptr, nullptr};
   const bool isQuoted = kQuotes.contains(*begin);
   const char quote = *begin;

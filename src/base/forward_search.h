@@ -3,7 +3,6 @@
 #ifndef PAGESCAN_BASE_FORWARD_SEARCH_H
 #define PAGESCAN_BASE_FORWARD_SEARCH_H
 
-#include <string_view>
 #include <utility>
 
 #include "base/search.h"
@@ -31,14 +30,14 @@ class ForwardSearch {
 // Finds a text ignoring case, or exactly where it holds no letter.
 class TextFinder {
  public:
-  explicit TextFinder(std::string_view text) : text_(text) {}
+  explicit TextFinder(const CaselessText& text) : text_(text) {}
 
   const char* operator()(const char* begin, const char* end) const {
     return findIgnoringCase(begin, end, text_);
   }
 
  private:
-  std::string_view text_;
+  CaselessText text_;
 };
 
 using ForwardTextSearch = ForwardSearch<TextFinder>;

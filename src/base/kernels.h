@@ -6,6 +6,7 @@
 #ifndef PAGESCAN_BASE_KERNELS_H
 #define PAGESCAN_BASE_KERNELS_H
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 
@@ -32,10 +33,60 @@ struct PairCount {
   std::size_t bad;   // a lead byte and anything else; an ASCII byte and a continuation byte
 };
 
+// How far a run of decoding came, and whether a "+" or an escape was decoded.
+struct UrlDecoding {
+  const char* source;
+  char* out;
+  bool changed;
+};
+
+// What a byte becomes when it is encoded. Four bytes are copied, `length` of them count.
+struct UrlForm {
+  char text[3];
+  unsigned char length;
+};
+
+// The forms of all bytes, and the same once more for vectors: a byte that is not escaped is itself,
+// but for the blank, and an escape is made of "%" and two of `digits`.
+struct UrlForms {
+  // By the low half of a byte, a bit for each high half with which it is kept.
+  static constexpr std::array<unsigned char, 16> kRowBits = {1, 2, 4, 8, 16, 32, 64, 128};
+
+  std::array<UrlForm, 256> forms;
+  std::array<unsigned char, 16> keepingRows;
+  std::array<char, 16> digits;
+  char keptBlank;
+};
+
+// How far a run of encoding came.
+struct UrlEncoded {
+  const char* source;
+  char* out;
+};
+
+// Which two bytes behind a "<" are worth a look: for each first one a bit for the low five bits of
+// the second one. Letters of either case share their low five bits.
+struct TagFilter {
+  std::array<std::uint32_t, 256> seconds;
+
+  bool passes(const char* opening) const {
+    const auto first = static_cast<unsigned char>(opening[1]);
+    const auto second = static_cast<unsigned char>(opening[2]);
+    return (seconds[first] >> (second & 31U) & 1U) != 0;
+  }
+};
+
 struct Kernels {
   // The first p with *p fitting probe.first and p[probe.distance] fitting probe.second, or `end`.
   // `end` bounds p alone: the `probe.distance` bytes behind it must be readable.
   const char* (*findPair)(const char* begin, const char* end, const PairProbe& probe);
+
+  // The first "<" that passes the filter, or `end`. `end` bounds the "<" alone: two bytes behind
+  // it must be readable.
+  const char* (*findTag)(const char* begin, const char* end, const TagFilter& filter);
+
+  // The first byte that is not HTML white space, or `end`.
+  const char* (*skipWhiteSpace)(const char* begin, const char* end);
 
   // The XOR of `count` 64-bit little-endian words at any alignment.
   std::uint64_t (*xorWords)(const char* words, std::size_t count);
@@ -46,6 +97,14 @@ struct Kernels {
   // Copies bytes up to the first one of 128 or above and returns its place, or `end`. `out` has
   // room for the whole range; what stands there behind the copied bytes is unspecified.
   const char* (*copyAscii)(const char* begin, const char* end, char* out);
+
+  // Copies bytes, each "+" as `plus`, and decodes escapes, up to the end or a "%" that is not to be
+  // decoded. `out` has room for the whole range.
+  UrlDecoding (*decodeUrl)(const char* begin, const char* end, char* out, char plus);
+
+  // Encodes the range and returns the end of what was written. `out` has room for three bytes for
+  // each byte and for four more.
+  char* (*encodeUrl)(const UrlForms& forms, const char* begin, const char* end, char* out);
 };
 
 extern const Kernels* activeKernels;

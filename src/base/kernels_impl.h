@@ -1,4 +1,5 @@
 // The kernels, written over a vector type that offers
+//   Short                      a vector type of 16 bytes, for texts of some dozens of bytes
 //   kWidth                     bytes in a vector; a Mask has one bit for each
 //   load(p), store(p, v)       kWidth bytes at any alignment
 //   fill(c)                    one byte repeated
@@ -15,20 +16,24 @@
 #include <bit>
 #include <cstring>
 
+#include "base/byte_class.h"
 #include "base/kernels.h"
 #include "base/kernels_text_impl.h"
+#include "base/search.h"
 
 namespace pagescan {
 namespace {
 
-template <class Vector>
+// A probe as vectors; without folding it costs one comparison.
+template <class Vector, bool kFolds>
 class ProbeVectors {
  public:
   explicit ProbeVectors(const ByteProbe& probe)
       : value_(Vector::fill(probe.value)), fold_(Vector::fill(probe.fold)) {}
 
   typename Vector::Type fits(const char* at) const {
-    return Vector::equal(Vector::either(Vector::load(at), fold_), value_);
+    const auto bytes = Vector::load(at);
+    return Vector::equal(kFolds ? Vector::either(bytes, fold_) : bytes, value_);
   }
 
  private:
@@ -36,26 +41,86 @@ class ProbeVectors {
   typename Vector::Type fold_;
 };
 
-template <class Vector>
-const char* findPair(const char* begin, const char* end, const PairProbe& probe) {
+// Four vectors at a time; where one of them holds a pair, one by one.
+template <class Vector, bool kFirstFolds, bool kSecondFolds>
+const char* findPairFolding(const char* begin, const char* end, const PairProbe& probe) {
   constexpr auto kWidth = static_cast<std::ptrdiff_t>(Vector::kWidth);
-  const ProbeVectors<Vector> first(probe.first);
-  const ProbeVectors<Vector> second(probe.second);
+  const ProbeVectors<Vector, kFirstFolds> first(probe.first);
+  const ProbeVectors<Vector, kSecondFolds> second(probe.second);
   const auto fitsAt = [&](const char* at) {
     return Vector::both(first.fits(at), second.fits(at + probe.distance));
   };
-  for (; end - begin >= 2 * kWidth; begin += 2 * kWidth) {
-    const auto low = fitsAt(begin);
-    const auto high = fitsAt(begin + kWidth);
-    if (Vector::mask(Vector::either(low, high)) == 0) continue;
-    const auto lowMask = Vector::mask(low);
-    return lowMask != 0 ? begin + std::countr_zero(lowMask)
-                        : begin + kWidth + std::countr_zero(Vector::mask(high));
+  for (; end - begin >= 4 * kWidth; begin += 4 * kWidth) {
+    const auto any =
+        Vector::either(Vector::either(fitsAt(begin), fitsAt(begin + kWidth)),
+                       Vector::either(fitsAt(begin + 2 * kWidth), fitsAt(begin + 3 * kWidth)));
+    if (Vector::mask(any) != 0) break;
+  }
+  for (; end - begin >= kWidth; begin += kWidth) {
+    const auto mask = Vector::mask(fitsAt(begin));
+    if (mask != 0) return begin + std::countr_zero(mask);
   }
   for (; begin < end; ++begin) {
     if (probe.first.fits(*begin) && probe.second.fits(begin[probe.distance])) break;
   }
   return begin;
+}
+
+template <class Vector>
+const char* findPair(const char* begin, const char* end, const PairProbe& probe) {
+  const bool firstFolds = probe.first.fold != 0;
+  const bool secondFolds = probe.second.fold != 0;
+  if (firstFolds) {
+    return secondFolds ? findPairFolding<Vector, true, true>(begin, end, probe)
+                       : findPairFolding<Vector, true, false>(begin, end, probe);
+  }
+  return secondFolds ? findPairFolding<Vector, false, true>(begin, end, probe)
+                     : findPairFolding<Vector, false, false>(begin, end, probe);
+}
+
+// One bit for each byte of 64 that is a "<" without a "/" behind it: closing tags are half of all.
+template <class Vector>
+std::uint64_t openings(const char* at) {
+  const auto opening = Vector::fill('<');
+  const auto slash = Vector::fill('/');
+  std::uint64_t mask = 0;
+  for (std::size_t i = 0; i < 64; i += Vector::kWidth) {
+    const auto isOpening = Vector::equal(Vector::load(at + i), opening);
+    const auto isClosing = Vector::equal(Vector::load(at + i + 1), slash);
+    mask |= std::uint64_t{Vector::mask(Vector::butNot(isOpening, isClosing))} << i;
+  }
+  return mask;
+}
+
+template <class Vector>
+const char* findTag(const char* begin, const char* end, const TagFilter& filter) {
+  for (; end - begin >= 64; begin += 64) {
+    for (std::uint64_t mask = openings<Vector>(begin); mask != 0; mask &= mask - 1) {
+      const char* at = begin + std::countr_zero(mask);
+      if (filter.passes(at)) return at;
+    }
+  }
+  for (; begin < end; ++begin) {
+    if (*begin == '<' && filter.passes(begin)) break;
+  }
+  return begin;
+}
+
+template <class Vector>
+const char* skipWhiteSpace(const char* begin, const char* end) {
+  constexpr auto kWidth = static_cast<std::ptrdiff_t>(Vector::kWidth);
+  constexpr auto kAll = static_cast<typename Vector::Mask>(~std::uint64_t{0} >> (64 - kWidth));
+  const auto is = [](typename Vector::Type bytes, char c) {
+    return Vector::equal(bytes, Vector::fill(c));
+  };
+  for (; end - begin >= kWidth; begin += kWidth) {
+    const auto bytes = Vector::load(begin);
+    const auto mask =
+        Vector::mask(Vector::either(Vector::either(is(bytes, ' '), is(bytes, '\n')),
+                                    Vector::either(is(bytes, '\t'), is(bytes, '\r'))));
+    if (mask != kAll) return begin + std::countr_one(mask);
+  }
+  return findFirstNotOf(begin, end, kHtmlWhiteSpace);
 }
 
 inline std::uint64_t wordAt(const char* words, std::size_t index) {
@@ -87,9 +152,13 @@ template <class Vector>
 constexpr Kernels kernelsOver() {
   return {
       .findPair = findPair<Vector>,
+      .findTag = findTag<Vector>,
+      .skipWhiteSpace = skipWhiteSpace<Vector>,
       .xorWords = xorWords<Vector>,
       .countUtf8Pairs = countUtf8Pairs<Vector>,
       .copyAscii = copyAscii<Vector>,
+      .decodeUrl = decodeUrl<typename Vector::Short>,
+      .encodeUrl = encodeUrl<typename Vector::Short>,
   };
 }
 

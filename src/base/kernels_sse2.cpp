@@ -7,6 +7,7 @@ namespace pagescan {
 namespace {
 
 struct Sse2 {
+  using Short = Sse2;
   using Type = __m128i;
   using Mask = std::uint32_t;
   static constexpr std::size_t kWidth = 16;
@@ -26,6 +27,7 @@ struct Sse2 {
     const __m128i total = _mm_add_epi64(halves, _mm_unpackhi_epi64(halves, halves));
     return static_cast<std::size_t>(_mm_cvtsi128_si64(total));
   }
+  static Type butNot(Type a, Type b) { return _mm_andnot_si128(b, a); }
   static Mask mask(Type v) { return static_cast<Mask>(_mm_movemask_epi8(v)); }
 };
 

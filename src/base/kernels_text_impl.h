@@ -4,8 +4,10 @@
 
 #include <bit>
 #include <cstddef>
+#include <cstring>
 
 #include "base/kernels.h"
+#include "base/percent.h"
 
 namespace pagescan {
 namespace {
@@ -80,6 +82,12 @@ PairCount countUtf8Pairs(const char* begin, const char* end, std::size_t mostBad
 template <class Vector>
 const char* copyAscii(const char* begin, const char* end, char* out) {
   constexpr auto kWidth = static_cast<std::ptrdiff_t>(Vector::kWidth);
+  for (; end - begin >= 4 * kWidth; begin += 4 * kWidth, out += 4 * kWidth) {
+    if (!isAscii<Vector>(begin)) break;
+    for (std::ptrdiff_t i = 0; i < 4 * kWidth; i += kWidth) {
+      Vector::store(out + i, Vector::load(begin + i));
+    }
+  }
   for (; end - begin >= kWidth; begin += kWidth, out += kWidth) {
     const auto bytes = Vector::load(begin);
     Vector::store(out, bytes);
@@ -87,6 +95,129 @@ const char* copyAscii(const char* begin, const char* end, char* out) {
   }
   while (begin < end && *begin >= kFirstAscii) *out++ = *begin++;
   return begin;
+}
+
+// Copies up to the first "%", or as far as whole vectors go, and returns whether one was met.
+template <class Vector>
+bool copyUpToPercent(UrlDecoding& at, const char* end, char plus) {
+  constexpr auto kWidth = static_cast<std::ptrdiff_t>(Vector::kWidth);
+  const auto change = Vector::fill(static_cast<char>('+' ^ plus));
+  auto pluses = Vector::fill(0);
+  typename Vector::Mask percents = 0;
+  while (percents == 0 && end - at.source >= kWidth) {
+    const auto bytes = Vector::load(at.source);
+    const auto isPlus = Vector::equal(bytes, Vector::fill('+'));
+    Vector::store(at.out, Vector::differ(bytes, Vector::both(isPlus, change)));
+    pluses = Vector::either(pluses, isPlus);
+    percents = Vector::mask(Vector::equal(bytes, Vector::fill('%')));
+    const auto copied = percents == 0 ? kWidth : std::countr_zero(percents);
+    at.source += copied;
+    at.out += copied;
+  }
+  // One behind the "%" counts as well: it will be met in its turn.
+  at.changed |= plus != '+' && Vector::mask(pluses) != 0;
+  return percents != 0;
+}
+
+template <class Vector>
+UrlDecoding decodeUrl(const char* begin, const char* end, char* out, char plus) {
+  UrlDecoding at{begin, out, false};
+  while (at.source < end) {
+    if (*at.source == '%') {
+      if (!isEscape(at.source, end)) break;
+      *at.out++ = static_cast<char>(escapedByte(at.source));
+      at.source += kEscapeLength;
+      at.changed = true;
+    } else if (!copyUpToPercent<Vector>(at, end, plus)) {
+      while (at.source < end && *at.source != '%') {
+        at.changed |= *at.source == '+' && plus != '+';
+        *at.out++ = *at.source == '+' ? plus : *at.source;
+        ++at.source;
+      }
+    }
+  }
+  return at;
+}
+
+// How to close the gaps in four cells of four bytes, "%", two digits and one more: of an escape the
+// first three bytes stay, of other cells the first. One row for each set of escapes.
+struct CellPacking {
+  alignas(16) char places[16][16];
+  unsigned char length[16];
+};
+
+inline constexpr CellPacking kCellPacking = [] {
+  CellPacking packing{};
+  for (unsigned escapes = 0; escapes < 16; ++escapes) {
+    auto& length = packing.length[escapes];
+    for (unsigned cell = 0; cell < 4; ++cell) {
+      const unsigned bytes = (escapes >> cell & 1U) != 0 ? 3 : 1;
+      for (unsigned i = 0; i < bytes; ++i) {
+        packing.places[escapes][length++] = static_cast<char>(4 * cell + i);
+      }
+    }
+  }
+  return packing;
+}();
+
+template <class Vector>
+char* packCells(typename Vector::Type cells, unsigned escapes, char* out) {
+  const unsigned set = escapes & 15U;
+  Vector::store(out, Vector::shuffle(cells, Vector::load(kCellPacking.places[set])));
+  return out + kCellPacking.length[set];
+}
+
+// Sixteen bytes at a time, over vectors with a shuffle: each byte becomes a cell, the cells are
+// packed. Returns what is left over, less than a vector.
+template <class Vector>
+UrlEncoded encodeVectors(const UrlForms& forms, const char* begin, const char* end, char* out) {
+  const auto keepingRows = Vector::load(forms.keepingRows.data());
+  const auto rowBits = Vector::load(UrlForms::kRowBits.data());
+  const auto digits = Vector::load(forms.digits.data());
+  const auto blank = Vector::fill(' ');
+  const auto blankChange = Vector::fill(static_cast<char>(' ' ^ forms.keptBlank));
+  for (; end - begin >= 16; begin += 16) {
+    const auto bytes = Vector::load(begin);
+    const auto low = Vector::lowNibbles(bytes);
+    const auto high = Vector::highNibbles(bytes);
+    const auto isKept =
+        Vector::both(Vector::shuffle(keepingRows, low), Vector::shuffle(rowBits, high));
+    const auto isEscaped = Vector::equal(isKept, Vector::fill(0));
+    const auto kept = Vector::differ(bytes, Vector::both(Vector::equal(bytes, blank), blankChange));
+    const unsigned escapes = Vector::mask(isEscaped);
+    if (escapes == 0) {
+      Vector::store(out, kept);
+      out += 16;
+      continue;
+    }
+    const auto first = Vector::select(isEscaped, Vector::fill('%'), kept);
+    const auto second = Vector::shuffle(digits, high);
+    const auto third = Vector::shuffle(digits, low);
+    const auto lowPairs = Vector::interleaveLow(first, second);
+    const auto highPairs = Vector::interleaveHigh(first, second);
+    const auto lowRest = Vector::interleaveLow(third, third);
+    const auto highRest = Vector::interleaveHigh(third, third);
+    out = packCells<Vector>(Vector::interleaveLowPairs(lowPairs, lowRest), escapes, out);
+    out = packCells<Vector>(Vector::interleaveHighPairs(lowPairs, lowRest), escapes >> 4, out);
+    out = packCells<Vector>(Vector::interleaveLowPairs(highPairs, highRest), escapes >> 8, out);
+    out = packCells<Vector>(Vector::interleaveHighPairs(highPairs, highRest), escapes >> 12, out);
+  }
+  return {begin, out};
+}
+
+template <class Vector>
+char* encodeUrl(const UrlForms& forms, const char* begin, const char* end, char* out) {
+  if constexpr (requires(typename Vector::Type v) { Vector::shuffle(v, v); }) {
+    const UrlEncoded run = encodeVectors<Vector>(forms, begin, end, out);
+    begin = run.source;
+    out = run.out;
+  }
+  for (; begin < end; ++begin) {
+    const UrlForm& form = forms.forms[toByte(*begin)];
+    std::memcpy(out, &form, sizeof form);
+    out += form.length;
+  }
+  return out;
 }
 
 }  // namespace

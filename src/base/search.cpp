@@ -7,20 +7,15 @@
 namespace pagescan {
 namespace {
 
-constexpr ByteProbe foldedProbe(char c) {
-  return kLetters.contains(c) ? ByteProbe{toLower(c), 0x20} : ByteProbe{c, 0};
-}
-
 // Up to this length a candidate is simply compared: that costs a constant.
 constexpr std::size_t kShortText = 32;
 
-const char* findShort(const char* begin, const char* end, std::string_view text) {
-  const PairProbe probe{foldedProbe(text.front()), foldedProbe(text.back()), text.size() - 1};
-  const char* candidatesEnd = end - probe.distance;
+const char* findShort(const char* begin, const char* end, const CaselessText& text) {
+  const char* candidatesEnd = end - (text.text().size() - 1);
   for (;; ++begin) {
-    begin = kernels().findPair(begin, candidatesEnd, probe);
+    begin = kernels().findPair(begin, candidatesEnd, text.probe());
     if (begin == candidatesEnd) return end;
-    if (equalsIgnoringCase(begin, text.data(), text.size())) return begin;
+    if (equalsIgnoringCase(begin, text.text().data(), text.text().size())) return begin;
   }
 }
 
@@ -101,10 +96,13 @@ int compareIgnoringCase(const char* a, const char* b, std::size_t length) {
   return 0;
 }
 
-const char* findIgnoringCase(const char* begin, const char* end, std::string_view text) {
-  if (text.empty()) return begin;
-  if (begin > end || static_cast<std::size_t>(end - begin) < text.size()) return end;
-  return text.size() <= kShortText ? findShort(begin, end, text) : findLong(begin, end, text);
+const char* findIgnoringCase(const char* begin, const char* end, const CaselessText& text) {
+  const std::size_t length = text.text().size();
+  if (length == 0) return begin;
+  if (begin > end || static_cast<std::size_t>(end - begin) < length) return end;
+  const bool isOneByte = length == 1 && text.probe().first.fold == 0;
+  if (isOneByte) return findByte(begin, end, text.text().front());
+  return length <= kShortText ? findShort(begin, end, text) : findLong(begin, end, text.text());
 }
 
 }  // namespace pagescan

@@ -9,10 +9,12 @@
   pagescan::Conversion text(source, sourceLength, destination, destinationSize);
   // A character that does not fit as a whole ends the result.
   while (text.copyAscii() && text.room() >= 2) {
-    const unsigned character = pagescan::toByte(*text.source());
-    text.put(static_cast<char>(0xC0 | (character >> 6)));
-    text.put(static_cast<char>(0x80 | (character & 0x3F)));
-    text.skip(1);
+    do {
+      const unsigned character = pagescan::toByte(*text.source());
+      text.put(static_cast<char>(0xC0 | (character >> 6)));
+      text.put(static_cast<char>(0x80 | (character & 0x3F)));
+      text.skip(1);
+    } while (text.isAtOther() && text.room() >= 2);
   }
   return text.finish();
 }

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstring>
 
+#include "base/byte_class.h"
 #include "base/kernels.h"
 
 namespace pagescan {
@@ -34,6 +35,9 @@ class Conversion {
     source_ = copied;
     return source_ < sourceEnd_ && room() > 0;
   }
+
+  // Whether the next byte is not an ASCII one: such bytes come in runs.
+  bool isAtOther() const { return source_ < sourceEnd_ && toByte(*source_) >= 0x80; }
 
   std::ptrdiff_t room() const { return outEnd_ - out_; }
   void put(char byte) { *out_++ = byte; }

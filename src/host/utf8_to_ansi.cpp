@@ -63,10 +63,12 @@ char byteOf(const char* at) {
   if (destinationSize <= 0) return 0;
   pagescan::Conversion text(source, sourceLength, destination, destinationSize);
   while (text.copyAscii()) {
-    const char* at = text.source();
-    const std::ptrdiff_t length = pagescan::sequenceLength(at, text.sourceEnd());
-    text.put(pagescan::hasByte(at, length) ? pagescan::byteOf(at) : '?');
-    text.skip(length);
+    do {
+      const char* at = text.source();
+      const std::ptrdiff_t length = pagescan::sequenceLength(at, text.sourceEnd());
+      text.put(pagescan::hasByte(at, length) ? pagescan::byteOf(at) : '?');
+      text.skip(length);
+    } while (text.isAtOther() && text.room() > 0);
   }
   return text.finish();
 }

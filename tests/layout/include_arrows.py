@@ -17,8 +17,9 @@ LAYERS = [
     ("host routines", ["include/hostroutines.h", "src/host/*"]),
     ("encodings", ["*/charset*", "*/zkutf8*", "*/zkurlencoding*", "*/tqbuffpart*"]),
     ("scanning and URLs", ["*/zkhtmlparseutils*", "src/url_*", "*/tqurlbase*", "*/urlcmp*"]),
-    ("finder and records", ["*/zkhtmlattributefinder*", "*/zkhtmldiet*"]),
-    ("tags and style text", ["src/tags_of_interest.*", "src/tag_attributes.*", "src/style_urls.*"]),
+    ("finder and records", ["*/zkhtmlattributefinder*", "*/zkhtmldiet*", "src/attribute_names.*",
+                            "src/tags_of_interest.*"]),
+    ("tags and style text", ["src/tag_attributes.*", "src/style_urls.*"]),
     ("offset parser", ["*/zkhtmloffsetparser*"]),
     ("everything", ["include/pagescan.h"]),
 ]

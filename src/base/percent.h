@@ -1,0 +1,41 @@
+// Percent escapes: "%" and the two bytes behind it.
+#ifndef PAGESCAN_BASE_PERCENT_H
+#define PAGESCAN_BASE_PERCENT_H
+
+#include <array>
+#include <cstddef>
+
+#include "base/byte_class.h"
+#include "base/numbers.h"
+
+namespace pagescan {
+
+inline constexpr std::ptrdiff_t kEscapeLength = 3;
+
+// An escape is decoded when its number is 32 or more. Such a number takes two digits: what else
+// readHexEscape accepts, one digit with or without a blank or a sign, gives less.
+inline constexpr int kLeastDecoded = 32;
+
+inline constexpr std::array<signed char, 256> kHexDigitValues = [] {
+  std::array<signed char, 256> values{};
+  for (std::size_t byte = 0; byte < values.size(); ++byte) {
+    values[byte] = static_cast<signed char>(hexDigitValue(static_cast<char>(byte)));
+  }
+  return values;
+}();
+
+// The number behind the "%" at `escape`; something below kLeastDecoded without two digits.
+inline unsigned char escapedByte(const char* escape) {
+  const int high = kHexDigitValues[toByte(escape[1])];
+  const int low = kHexDigitValues[toByte(escape[2])];
+  return static_cast<unsigned char>((high | low) < 0 ? 0 : high * 16 + low);
+}
+
+// Whether the "%" at `at` begins an escape that is decoded.
+inline bool isEscape(const char* at, const char* end) {
+  return end - at >= kEscapeLength && escapedByte(at) >= kLeastDecoded;
+}
+
+}  // namespace pagescan
+
+#endif
