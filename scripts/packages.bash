@@ -32,8 +32,8 @@ installFor() {
   done
   if ((${#missing[@]})); then
     echo "Installing: ${missing[*]}" >&2
-    asRoot apt-get update -qq >&2
+    asRoot apt-get update -qq
     asRoot env DEBIAN_FRONTEND=noninteractive \
-      apt-get install -y -qq --no-install-recommends "${missing[@]}" >&2
+      apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
   fi
 }
