@@ -85,7 +85,8 @@ struct Kernels {
   // it must be readable.
   const char* (*findTag)(const char* begin, const char* end, const TagFilter& filter);
 
-  // The first byte that is not HTML white space, or `end`.
+  // Passes HTML white space, a whole vector at a time: returns the first other byte, or a place
+  // with less than a vector left and only white space before it.
   const char* (*skipWhiteSpace)(const char* begin, const char* end);
 
   // The XOR of `count` 64-bit little-endian words at any alignment.

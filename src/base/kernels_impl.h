@@ -120,7 +120,7 @@ const char* skipWhiteSpace(const char* begin, const char* end) {
                                     Vector::either(is(bytes, '\t'), is(bytes, '\r'))));
     if (mask != kAll) return begin + std::countr_one(mask);
   }
-  return findFirstNotOf(begin, end, kHtmlWhiteSpace);
+  return begin;
 }
 
 inline std::uint64_t wordAt(const char* words, std::size_t index) {
