@@ -72,7 +72,8 @@ class PAGESCAN_EXPORT RWHashDictionary : public RWCollectable {
   Pair few_[kFew];
 };
 
-// Visits every pair of a dictionary once; the dictionary must not change meanwhile.
+// Visits every pair of a dictionary once, here in the order of insertion, which nothing in the
+// library relies on; the dictionary must not change meanwhile.
 class PAGESCAN_EXPORT RWHashDictionaryIterator {
  public:
   // Stands before the first pair.

@@ -35,7 +35,8 @@ inline const char* skipWhiteSpace(const char* begin, const char* end) {
   constexpr std::ptrdiff_t kShortRun = 8;
   const char* soon = end - begin > kShortRun ? begin + kShortRun : end;
   begin = findFirstNotOf(begin, soon, kHtmlWhiteSpace);
-  return begin < soon || begin >= end ? begin : kernels().skipWhiteSpace(begin, end);
+  if (begin < soon || begin >= end) return begin;
+  return findFirstNotOf(kernels().skipWhiteSpace(begin, end), end, kHtmlWhiteSpace);
 }
 
 // The place behind the last byte that is not of the set; `begin` when all are.
