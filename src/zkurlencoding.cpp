@@ -230,14 +230,14 @@ class TQDynamicString {
   // Room for that many bytes, a few at the least, begins at `out()`; what is written there counts
   // once its end was told.
   std::ptrdiff_t room() {
-    if (kPiece - used_ < kLeastRoom) flush();
+    if (kPiece - used_ < kLeastRoom) overflow();
     return static_cast<std::ptrdiff_t>(kPiece - used_);
   }
   char* out() { return piece_ + used_; }
   void wroteUpTo(const char* end) { used_ = static_cast<std::size_t>(end - piece_); }
 
   void append(std::string_view bytes) {
-    if (kPiece - used_ < bytes.size()) flush();
+    if (kPiece - used_ < bytes.size()) overflow();
     if (bytes.size() > kPiece) {
       text_.append(bytes.data(), bytes.size());
     } else {
@@ -266,11 +266,15 @@ class TQDynamicString {
   static constexpr std::size_t kPiece = 4096;
   static constexpr std::size_t kLeastRoom = 64;
 
-  void flush() {
-    if (text_.length() == 0 && expected_ > used_) {
+  void overflow() {
+    if (text_.length() == 0) {
       text_.resize(expected_);
       text_.resize(0);
     }
+    flush();
+  }
+
+  void flush() {
     text_.append(piece_, used_);
     used_ = 0;
   }
@@ -312,8 +316,9 @@ void encodeBytes(const UrlForms& forms, const char* begin, const char* end,
 // The next placeholder in [begin, end), or `end`; an empty one is nowhere.
 const char* findPlaceholder(const char* begin, const char* end, std::string_view escape) {
   if (escape.empty() || static_cast<std::size_t>(end - begin) < escape.size()) return end;
-  const PairProbe probe{{escape.front(), 0}, {escape.back(), 0}, escape.size() - 1};
-  const char* candidatesEnd = end - probe.distance;
+  const std::size_t second = escape.size() == 1 ? 0 : 1;
+  const PairProbe probe{{escape[0], 0}, {escape[second], 0}, second};
+  const char* candidatesEnd = end - (escape.size() - 1);
   for (;; ++begin) {
     begin = kernels().findPair(begin, candidatesEnd, probe);
     if (begin == candidatesEnd) return end;

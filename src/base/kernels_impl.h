@@ -50,6 +50,7 @@ const char* findPairFolding(const char* begin, const char* end, const PairProbe&
   const auto fitsAt = [&](const char* at) {
     return Vector::both(first.fits(at), second.fits(at + probe.distance));
   };
+  const char* const start = begin;
   for (; end - begin >= 4 * kWidth; begin += 4 * kWidth) {
     const auto any =
         Vector::either(Vector::either(fitsAt(begin), fitsAt(begin + kWidth)),
@@ -59,6 +60,11 @@ const char* findPairFolding(const char* begin, const char* end, const PairProbe&
   for (; end - begin >= kWidth; begin += kWidth) {
     const auto mask = Vector::mask(fitsAt(begin));
     if (mask != 0) return begin + std::countr_zero(mask);
+  }
+  if (begin < end && begin - start >= kWidth) {
+    // The rest, with bytes before it that were looked at already.
+    const auto mask = Vector::mask(fitsAt(end - kWidth));
+    return mask != 0 ? end - kWidth + std::countr_zero(mask) : end;
   }
   for (; begin < end; ++begin) {
     if (probe.first.fits(*begin) && probe.second.fits(begin[probe.distance])) break;

@@ -97,14 +97,21 @@ const char* copyAscii(const char* begin, const char* end, char* out) {
   return begin;
 }
 
-// Copies up to the first "%", or as far as whole vectors go, and returns whether one was met.
+// Copies up to the first "%", or as far as vectors go, and returns whether one was met.
 template <class Vector>
 bool copyUpToPercent(UrlDecoding& at, const char* end, char plus) {
   constexpr auto kWidth = static_cast<std::ptrdiff_t>(Vector::kWidth);
   const auto change = Vector::fill(static_cast<char>('+' ^ plus));
+  const char* const start = at.source;
   auto pluses = Vector::fill(0);
   typename Vector::Mask percents = 0;
-  while (percents == 0 && end - at.source >= kWidth) {
+  while (percents == 0 && at.source < end) {
+    if (const auto missing = kWidth - (end - at.source); missing > 0) {
+      // The rest, with bytes before it that were copied already.
+      if (at.source - start < missing) break;
+      at.source -= missing;
+      at.out -= missing;
+    }
     const auto bytes = Vector::load(at.source);
     const auto isPlus = Vector::equal(bytes, Vector::fill('+'));
     Vector::store(at.out, Vector::differ(bytes, Vector::both(isPlus, change)));

@@ -6,7 +6,6 @@
 #include <cstddef>
 
 #include "base/byte_class.h"
-#include "base/numbers.h"
 
 namespace pagescan {
 
@@ -16,13 +15,8 @@ inline constexpr std::ptrdiff_t kEscapeLength = 3;
 // readHexEscape accepts, one digit with or without a blank or a sign, gives less.
 inline constexpr int kLeastDecoded = 32;
 
-inline constexpr std::array<signed char, 256> kHexDigitValues = [] {
-  std::array<signed char, 256> values{};
-  for (std::size_t byte = 0; byte < values.size(); ++byte) {
-    values[byte] = static_cast<signed char>(hexDigitValue(static_cast<char>(byte)));
-  }
-  return values;
-}();
+// By byte, what hexDigitValue gives. Not inline: the kernels' objects must share no definitions.
+extern const std::array<signed char, 256> kHexDigitValues;
 
 // The number behind the "%" at `escape`; something below kLeastDecoded without two digits.
 inline unsigned char escapedByte(const char* escape) {
