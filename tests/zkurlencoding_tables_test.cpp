@@ -4,6 +4,8 @@
 #include <cstring>
 #include <string>
 #include <string_view>
+#include <thread>
+#include <vector>
 
 #include "reference/zkurlencoding.h"
 #include "support/placement.h"
@@ -186,6 +188,25 @@ TEST(UrlEncodingTables, EveryFillingEscapesTheAtSignOfTheSignFlavour) {
   std::memcpy(entry, "@", 2);
   { const UrlEncoding another; }
   EXPECT_STREQ(entry, "%40");
+}
+
+// Nothing is written while others read: the tables are what the fills make already.
+TEST(UrlEncodingTables, MayBeFilledWhileOthersEncode) {
+  std::vector<std::thread> threads;
+  for (int i = 0; i < 4; ++i) {
+    threads.emplace_back([] {
+      for (int round = 0; round < 200; ++round) {
+        UrlEncoding::initAllArrays();
+        EXPECT_STREQ(UrlEncoding::cBrowserCharsSign['@'], "%40");
+        RWCString source("@ &#25;/");
+        RWCString encoded;
+        UrlEncoding::EncodeString(source, encoded, UrlEncoding::eBrowserSign);
+        EXPECT_EQ(bytesOf(encoded), "%40+%%2F");
+        EXPECT_EQ(UrlEncoding::CheckUrlDecoding(encoded), UrlEncoding::eBrowserSign);
+      }
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
 }
 
 // A host's static constructor, run before the library's own when it is linked in whole.

@@ -79,19 +79,45 @@ PairCount countUtf8Pairs(const char* begin, const char* end, std::size_t mostBad
   return pairs;
 }
 
+// Copies one vector and returns how many of its bytes come before the first one that is not ASCII.
+template <class Vector>
+std::ptrdiff_t copyAsciiVector(const char* begin, char* out) {
+  const auto bytes = Vector::load(begin);
+  Vector::store(out, bytes);
+  const auto others = Vector::mask(bytes);
+  return others == 0 ? static_cast<std::ptrdiff_t>(Vector::kWidth) : std::countr_zero(others);
+}
+
+// Copies four vectors and returns whether all are ASCII.
+template <class Vector>
+bool copyAsciiBlock(const char* begin, char* out) {
+  constexpr std::size_t kWidth = Vector::kWidth;
+  const auto a = Vector::load(begin);
+  const auto b = Vector::load(begin + kWidth);
+  const auto c = Vector::load(begin + 2 * kWidth);
+  const auto d = Vector::load(begin + 3 * kWidth);
+  Vector::store(out, a);
+  Vector::store(out + kWidth, b);
+  Vector::store(out + 2 * kWidth, c);
+  Vector::store(out + 3 * kWidth, d);
+  return Vector::mask(Vector::either(Vector::either(a, b), Vector::either(c, d))) == 0;
+}
+
 template <class Vector>
 const char* copyAscii(const char* begin, const char* end, char* out) {
   constexpr auto kWidth = static_cast<std::ptrdiff_t>(Vector::kWidth);
-  for (; end - begin >= 4 * kWidth; begin += 4 * kWidth, out += 4 * kWidth) {
-    if (!isAscii<Vector>(begin)) break;
-    for (std::ptrdiff_t i = 0; i < 4 * kWidth; i += kWidth) {
-      Vector::store(out + i, Vector::load(begin + i));
+  // Other bytes come close together as a rule: one vector before four at once.
+  bool isFirst = true;
+  while (end - begin >= kWidth) {
+    const std::ptrdiff_t copied = copyAsciiVector<Vector>(begin, out);
+    begin += copied;
+    out += copied;
+    if (copied < kWidth) return begin;
+    while (isFirst && end - begin >= 4 * kWidth && copyAsciiBlock<Vector>(begin, out)) {
+      begin += 4 * kWidth;
+      out += 4 * kWidth;
     }
-  }
-  for (; end - begin >= kWidth; begin += kWidth, out += kWidth) {
-    const auto bytes = Vector::load(begin);
-    Vector::store(out, bytes);
-    if (const auto others = Vector::mask(bytes)) return begin + std::countr_zero(others);
+    isFirst = false;
   }
   while (begin < end && *begin >= kFirstAscii) *out++ = *begin++;
   return begin;

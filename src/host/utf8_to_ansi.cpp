@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <iterator>
 
 #include "base/byte_class.h"
@@ -18,6 +20,7 @@ struct Lead {
   std::ptrdiff_t length;
 };
 constexpr Lead kLeads[] = {
+    {0x00, 0xFF, 0x00, 0xFF, 1},  // no lead byte: alone
     {0xC2, 0xDF, 0x80, 0xBF, 2},  //
     {0xE0, 0xE0, 0xA0, 0xBF, 3},  // not below U+0800
     {0xE1, 0xEC, 0x80, 0xBF, 3},  //
@@ -28,6 +31,15 @@ constexpr Lead kLeads[] = {
     {0xF4, 0xF4, 0x80, 0x8F, 4},  // not beyond U+10FFFF
 };
 
+// For every byte its row, the last one that fits.
+constexpr std::array<unsigned char, 256> kLeadOfByte = [] {
+  std::array<unsigned char, 256> rows{};
+  for (unsigned char row = 0; row < std::size(kLeads); ++row) {
+    for (unsigned byte = kLeads[row].first; byte <= kLeads[row].last; ++byte) rows[byte] = row;
+  }
+  return rows;
+}();
+
 bool isIn(char byte, unsigned char first, unsigned char last) {
   return toByte(byte) >= first && toByte(byte) <= last;
 }
@@ -35,11 +47,9 @@ bool isIn(char byte, unsigned char first, unsigned char last) {
 // The length of the character at `at`, or of the longest start of one that stands there: a
 // malformed sequence ends where the first byte no longer fits. At least 1.
 std::ptrdiff_t sequenceLength(const char* at, const char* end) {
-  const Lead* lead = std::find_if(std::begin(kLeads), std::end(kLeads),
-                                  [&](const Lead& row) { return isIn(*at, row.first, row.last); });
-  if (lead == std::end(kLeads)) return 1;
-  const std::ptrdiff_t most = std::min(lead->length, end - at);
-  if (most == 1 || !isIn(at[1], lead->secondFirst, lead->secondLast)) return 1;
+  const Lead& lead = kLeads[kLeadOfByte[toByte(*at)]];
+  const std::ptrdiff_t most = std::min(lead.length, end - at);
+  if (most == 1 || !isIn(at[1], lead.secondFirst, lead.secondLast)) return 1;
   std::ptrdiff_t length = 2;
   while (length < most && isIn(at[length], 0x80, 0xBF)) ++length;
   return length;
