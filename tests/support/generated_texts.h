@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <cstdlib>
+#include <iostream>
 #include <random>
 #include <string>
 #include <string_view>
@@ -13,6 +15,17 @@
 #include "base/kernels.h"
 
 namespace pagescan {
+
+// Whether the environment asks for a run of half an hour instead of a share of a minute.
+inline bool isDeepRun() {
+  const char* const deep = std::getenv("PAGESCAN_DEEP");
+  return deep != nullptr && *deep != '\0' && std::string_view(deep) != "0";
+}
+
+// One number for the share of a minute, another one for a deep run.
+inline std::size_t inShortOrDeepRun(std::size_t quick, std::size_t deep) {
+  return isDeepRun() ? deep : quick;
+}
 
 // Calls check(text) for every text of up to `most` pieces of the alphabet.
 template <typename Check>
@@ -31,13 +44,14 @@ void forEachText(const std::vector<std::string_view>& alphabet, std::size_t most
   }
 }
 
-// Random texts; the seed is printed when a check fails while the object lives.
+// Random texts. The seed is printed, and again when a check fails while the object lives; the
+// environment's PAGESCAN_SEED repeats a run.
 class RandomTexts {
  public:
   RandomTexts()
-      : seed_(std::random_device{}()),
-        random_(seed_),
-        trace_("", 0, "seed " + std::to_string(seed_)) {}
+      : seed_(newSeed()), random_(seed_), trace_("", 0, "PAGESCAN_SEED=" + std::to_string(seed_)) {
+    std::cout << "PAGESCAN_SEED=" << seed_ << std::endl;
+  }
 
   std::size_t number(std::size_t below) { return random_() % below; }
 
@@ -60,6 +74,31 @@ class RandomTexts {
     return result;
   }
 
+  // The text with up to `most` small changes: bytes replaced, taken out, doubled, runs moved.
+  std::string mutated(std::string text, std::size_t most) {
+    for (std::size_t count = number(most + 1); count > 0 && !text.empty(); --count) {
+      const std::size_t at = number(text.size());
+      const std::size_t length = 1 + number(8);
+      switch (number(5)) {
+        case 0:
+          text[at] = static_cast<char>(number(256));
+          break;
+        case 1:
+          text.erase(at, length);
+          break;
+        case 2:
+          text.insert(at, 1, text[number(text.size())]);
+          break;
+        case 3:
+          text.insert(number(text.size()), text.substr(at, length));
+          break;
+        default:
+          text[at] = text[number(text.size())];
+      }
+    }
+    return text;
+  }
+
   std::string bytes(std::size_t most) {
     std::string result(number(most + 1), '\0');
     for (char& c : result) c = static_cast<char>(number(256));
@@ -67,6 +106,11 @@ class RandomTexts {
   }
 
  private:
+  static unsigned newSeed() {
+    const char* const given = std::getenv("PAGESCAN_SEED");
+    return given ? static_cast<unsigned>(std::strtoul(given, nullptr, 10)) : std::random_device{}();
+  }
+
   unsigned seed_;
   std::mt19937 random_;
   testing::ScopedTrace trace_;
