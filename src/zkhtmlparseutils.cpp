@@ -240,7 +240,7 @@ class ElementEmptier {
       : openTag_("<" + tag),
         closeTag_("</" + tag + ">"),
         closeText_(viewOf(closeTag_)),
-        replacement_(openTag_ + ">" + closeTag_),
+        replacement_((openTag_ + ">").append(closeTag_)),
         at_(text.data()),
         end_(endOf(text)),
         copied_(at_),
