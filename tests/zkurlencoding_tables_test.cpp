@@ -172,7 +172,7 @@ TEST(UrlEncodingTables, AreFilledAtMostOnce) {
   for (const FillCase& row : kFills) {
     CharArray& table = const_cast<CharArray&>(*row.table);
     const CharArray before = table;
-    std::memcpy(table.entries['a'], "b", 2);
+    std::memcpy(table.entries[std::size_t{'a'}], "b", 2);
     UrlEncoding::initAllArrays();
     const UrlEncoding another;
     EXPECT_STREQ(table['a'], "b");
