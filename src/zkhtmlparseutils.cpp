@@ -6,6 +6,7 @@
 #include "base/attribute_scan.h"
 #include "base/byte_class.h"
 #include "base/forward_search.h"
+#include "base/region_finder.h"
 #include "base/search.h"
 #include "base/url_scheme.h"
 #include "text_view.h"
@@ -134,31 +135,10 @@ class Overwriter {
   char* bytes_ = nullptr;
 };
 
-// A region from the first byte of its opening delimiter to the first one of its closing delimiter.
-struct Region {
-  std::size_t start;
-  std::size_t close;
-};
-
-// The next region, unless a stray closing delimiter comes first.
-bool findRegion(const RWCString& text, const CaselessText& open, const CaselessText& close,
-                std::size_t pos, Region& region) {
-  const char* from = text.data() + pos;
-  const char* end = endOf(text);
-  const char* closeAt = findIgnoringCase(from, end, close);
-  if (closeAt == end) return false;
-  const auto left = static_cast<std::size_t>(end - closeAt);
-  const char* limit = open.text().size() < left ? closeAt + open.text().size() : end;
-  const char* start = findIgnoringCase(from, limit, open);
-  if (start >= closeAt) return false;
-  region = {offsetIn(text, start), offsetIn(text, closeAt)};
-  return true;
-}
-
 constexpr std::string_view kParagraph = "<p>";
 constexpr std::string_view kParagraphEnd = "</p>";
-constexpr CaselessText kScript = "<SCRIPT";
-constexpr CaselessText kScriptEnd = "</SCRIPT>";
+constexpr std::string_view kScript = "<SCRIPT";
+constexpr std::string_view kScriptEnd = "</SCRIPT>";
 
 struct Script {
   Region region;
@@ -167,13 +147,23 @@ struct Script {
   bool isEndless() const { return tagEnd >= region.close; }
 };
 
-// The next script element at or after `pos`; `pos` moves behind it.
-bool findScript(const RWCString& text, std::size_t& pos, Script& script) {
-  if (!findRegion(text, kScript, kScriptEnd, pos, script.region)) return false;
-  script.tagEnd = text.index('>', script.region.start + 1);
-  pos = script.region.close + kScriptEnd.text().size();
-  return true;
-}
+// Goes from script element to script element.
+class ScriptWalk {
+ public:
+  explicit ScriptWalk(const RWCString& text) : text_(text), regions_(kScript, kScriptEnd) {}
+
+  bool next(Script& script) {
+    if (!regions_.find(viewOf(text_), pos_, script.region)) return false;
+    script.tagEnd = text_.index('>', script.region.start + 1);
+    pos_ = script.region.close + kScriptEnd.size();
+    return true;
+  }
+
+ private:
+  const RWCString& text_;
+  RegionFinder regions_;
+  std::size_t pos_ = 0;
+};
 
 // A loop that no compiler may take out.
 [[noreturn]] void neverReturn() {
@@ -186,11 +176,9 @@ bool findScript(const RWCString& text, std::size_t& pos, Script& script) {
 
 void tqOverwriteTagWithBlanks(RWCString& text, RWCString open, RWCString close) {
   Overwriter overwriter(text);
-  const CaselessText opening = viewOf(open);
-  const CaselessText closing = viewOf(close);
+  const RegionFinder regions(viewOf(open), viewOf(close));
   Region region{};
-  for (std::size_t pos = 0;
-       pos < text.length() && findRegion(text, opening, closing, pos, region);) {
+  for (std::size_t pos = 0; pos < text.length() && regions.find(viewOf(text), pos, region);) {
     pos = region.close + close.length();
     const std::size_t span = pos - region.start;
     if (span < kParagraph.size() + kParagraphEnd.size()) continue;
@@ -202,8 +190,8 @@ void tqOverwriteTagWithBlanks(RWCString& text, RWCString open, RWCString close) 
 
 void tqOverwriteScriptWithBlanks(RWCString& text) {
   Overwriter overwriter(text);
-  Script script{};
-  for (std::size_t pos = 0; findScript(text, pos, script);) {
+  ScriptWalk scripts(text);
+  for (Script script{}; scripts.next(script);) {
     if (script.isEndless()) neverReturn();
     const std::size_t count = script.region.close - script.tagEnd - 1;
     if (count > 0) overwriter.fill(script.tagEnd + 1, count, ' ');
@@ -211,8 +199,8 @@ void tqOverwriteScriptWithBlanks(RWCString& text) {
 }
 
 std::size_t tqFindEndlessScript(const RWCString& text) {
-  Script script{};
-  for (std::size_t pos = 0; findScript(text, pos, script);) {
+  ScriptWalk scripts(text);
+  for (Script script{}; scripts.next(script);) {
     if (script.isEndless()) return script.region.start;
   }
   return RWCString::npos;
@@ -244,6 +232,8 @@ class ElementEmptier {
         at_(text.data()),
         end_(endOf(text)),
         copied_(at_),
+        openTags_(end_, TextFinder(viewOf(openTag_))),
+        comments_(end_, TextFinder(kComment)),
         commentEnds_(end_, TextFinder(kCommentEnd)) {}
 
   // Returns false when there was nothing to empty.
@@ -258,32 +248,20 @@ class ElementEmptier {
   RWCString& result() { return result_; }
 
  private:
-  std::ptrdiff_t leftFrom(const char* at) const { return end_ - at; }
-  static std::ptrdiff_t sizeOf(const RWCString& text) {
-    return static_cast<std::ptrdiff_t>(text.length());
-  }
-
-  // Handles the next "<"; false when the work ends there.
+  // Handles the next comment or opening tag; false when the work ends there. A prefix of a longer
+  // name will do for the tag.
   bool step() {
-    const char* lt = findByte(at_, end_, '<');
-    if (leftFrom(lt) < sizeOf(openTag_)) return false;
-    at_ = lt + 1;
-    if (*at_ == '!') return passDeclaration(lt);
-    return isOpenTag(lt) ? empty(lt) : true;
+    const char* openTag = openTags_.from(at_);
+    const char* comment = comments_.from(at_);
+    if (comment < openTag) return passComment(comment);
+    return openTag != end_ && empty(openTag);
   }
 
-  bool passDeclaration(const char* lt) {
-    if (leftFrom(lt) < 4 || std::memcmp(lt, kComment.data(), kComment.size()) != 0) return true;
-    const char* commentEnd = commentEnds_.from(lt + kComment.size());
+  bool passComment(const char* comment) {
+    const char* commentEnd = commentEnds_.from(comment + kComment.size());
     if (commentEnd == end_) return false;
     at_ = commentEnd + 1;
     return true;
-  }
-
-  // A prefix of a longer name will do; a NUL byte in the text never fits.
-  bool isOpenTag(const char* lt) const {
-    return equalsIgnoringCase(lt, openTag_.data(), openTag_.length()) &&
-           findByte(lt, lt + openTag_.length(), '\0') == lt + openTag_.length();
   }
 
   bool empty(const char* lt) {
@@ -306,10 +284,8 @@ class ElementEmptier {
 
   // The end of the first comment that begins in front of `closeAt`, when it ends behind it.
   const char* endOfCommentHolding(const char* from, const char* closeAt) {
-    const std::ptrdiff_t reach = static_cast<std::ptrdiff_t>(kComment.size()) - 1;
-    const char* limit = leftFrom(closeAt) > reach ? closeAt + reach : end_;
-    const char* comment = findText(from, limit, kComment);
-    if (comment == limit) return nullptr;
+    const char* comment = comments_.from(from);
+    if (comment > closeAt) return nullptr;
     const char* commentEnd = commentEnds_.from(comment);
     return commentEnd != end_ && commentEnd > closeAt ? commentEnd : nullptr;
   }
@@ -326,6 +302,8 @@ class ElementEmptier {
   const char* at_;
   const char* end_;
   const char* copied_;
+  ForwardTextSearch openTags_;
+  ForwardTextSearch comments_;
   ForwardTextSearch commentEnds_;
   bool found_ = false;
   RWCString result_;
@@ -338,11 +316,16 @@ class ElementEmptier {
 
 constexpr std::size_t kLongestOpenTag = 255;
 
+// A NUL byte in a page never fits, and "<!" always counts as a comment or declaration.
+bool canOpenElement(std::string_view tag) {
+  return !tag.empty() && tag.front() != '!' && tag.find('\0') == std::string_view::npos;
+}
+
 }  // namespace
 
 void tqSkipTagBody(const RWCString& tag, RWCString& text) {
   if (tag.length() + 1 > kLongestOpenTag) failOnLongTag();
-  if (tag.length() == 0) return;
+  if (!canOpenElement(viewOf(tag))) return;
   ElementEmptier emptier(tag, text);
   if (emptier.run()) text.swap(emptier.result());
 }

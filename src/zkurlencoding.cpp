@@ -315,15 +315,7 @@ void encodeBytes(const UrlForms& forms, const char* begin, const char* end,
 
 // The next placeholder in [begin, end), or `end`; an empty one is nowhere.
 const char* findPlaceholder(const char* begin, const char* end, std::string_view escape) {
-  if (escape.empty() || static_cast<std::size_t>(end - begin) < escape.size()) return end;
-  const std::size_t second = escape.size() == 1 ? 0 : 1;
-  const PairProbe probe{{escape[0], 0}, {escape[second], 0}, second};
-  const char* candidatesEnd = end - (escape.size() - 1);
-  for (;; ++begin) {
-    begin = kernels().findPair(begin, candidatesEnd, probe);
-    if (begin == candidatesEnd) return end;
-    if (std::memcmp(begin, escape.data(), escape.size()) == 0) return begin;
-  }
+  return escape.empty() ? end : findText(begin, end, escape);
 }
 
 }  // namespace

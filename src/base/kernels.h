@@ -16,15 +16,17 @@ namespace pagescan {
 struct ByteProbe {
   char value;
   char fold;
-
-  constexpr bool fits(char byte) const { return static_cast<char>(byte | fold) == value; }
 };
 
-// Two bytes at a distance: a filter for texts that begin with the one and hold the other.
-struct PairProbe {
+// A text to be found, and two of its bytes by which vectors filter its candidates.
+struct Needle {
+  const char* text;
+  std::size_t length;  // not 0
+  bool ignoresCase;    // of ASCII letters
+  std::size_t lead;    // where the first of the two stands in the text
+  std::size_t distance;
   ByteProbe first;
   ByteProbe second;
-  std::size_t distance;
 };
 
 // Pairs of neighbouring bytes as isUtf8 judges them.
@@ -77,9 +79,8 @@ struct TagFilter {
 };
 
 struct Kernels {
-  // The first p with *p fitting probe.first and p[probe.distance] fitting probe.second, or `end`.
-  // `end` bounds p alone: the `probe.distance` bytes behind it must be readable.
-  const char* (*findPair)(const char* begin, const char* end, const PairProbe& probe);
+  // The first place of the needle, or `end`.
+  const char* (*findText)(const char* begin, const char* end, const Needle& needle);
 
   // The first "<" that passes the filter, or `end`. `end` bounds the "<" alone: two bytes behind
   // it must be readable.

@@ -59,7 +59,6 @@ struct Avx2 {
     const __m128i total = _mm_add_epi64(halves, _mm_unpackhi_epi64(halves, halves));
     return static_cast<std::size_t>(_mm_cvtsi128_si64(total));
   }
-  static Type butNot(Type a, Type b) { return _mm256_andnot_si256(b, a); }
   static Mask mask(Type v) { return static_cast<Mask>(_mm256_movemask_epi8(v)); }
 };
 

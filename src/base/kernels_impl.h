@@ -16,72 +16,105 @@
 #include <bit>
 #include <cstring>
 
-#include "base/byte_class.h"
 #include "base/kernels.h"
 #include "base/kernels_text_impl.h"
-#include "base/search.h"
 
 namespace pagescan {
 namespace {
 
-// A probe as vectors; without folding it costs one comparison.
-template <class Vector, bool kFolds>
-class ProbeVectors {
- public:
-  explicit ProbeVectors(const ByteProbe& probe)
-      : value_(Vector::fill(probe.value)), fold_(Vector::fill(probe.fold)) {}
+// No call and no table of another source: this one may be compiled for a machine that others lack.
+constexpr char foldedLetter(char c) {
+  return static_cast<unsigned char>(c - 'A') < 26 ? static_cast<char>(c | 0x20) : c;
+}
 
-  typename Vector::Type fits(const char* at) const {
-    const auto bytes = Vector::load(at);
-    return Vector::equal(kFolds ? Vector::either(bytes, fold_) : bytes, value_);
+inline bool standsAt(const char* at, const Needle& needle) {
+  for (std::size_t i = 0; i < needle.length; ++i) {
+    const bool fits = at[i] == needle.text[i] ||
+                      (needle.ignoresCase && foldedLetter(at[i]) == foldedLetter(needle.text[i]));
+    if (!fits) return false;
+  }
+  return true;
+}
+
+// Which bytes of a vector may be the first of the needle's two. Without folding a probe costs one
+// comparison.
+template <class Vector, bool kFirstFolds, bool kSecondFolds>
+class NeedleFilter {
+ public:
+  explicit NeedleFilter(const Needle& needle)
+      : first_(Vector::fill(needle.first.value)),
+        firstFold_(Vector::fill(needle.first.fold)),
+        second_(Vector::fill(needle.second.value)),
+        secondFold_(Vector::fill(needle.second.fold)),
+        distance_(needle.distance) {}
+
+  typename Vector::Type at(const char* at) const {
+    const auto near = Vector::load(at);
+    const auto far = Vector::load(at + distance_);
+    return Vector::both(
+        Vector::equal(kFirstFolds ? Vector::either(near, firstFold_) : near, first_),
+        Vector::equal(kSecondFolds ? Vector::either(far, secondFold_) : far, second_));
   }
 
  private:
-  typename Vector::Type value_;
-  typename Vector::Type fold_;
+  typename Vector::Type first_;
+  typename Vector::Type firstFold_;
+  typename Vector::Type second_;
+  typename Vector::Type secondFold_;
+  std::size_t distance_;
 };
 
-// Four vectors at a time; where one of them holds a pair, one by one.
+// The first of the candidates in a vector at `at` that is the needle, or null.
+template <class Mask>
+const char* firstOf(Mask candidates, const char* at, const Needle& needle) {
+  for (; candidates != 0; candidates &= candidates - 1) {
+    const char* begin = at + std::countr_zero(candidates) - needle.lead;
+    if (standsAt(begin, needle)) return begin;
+  }
+  return nullptr;
+}
+
+// Four vectors at a time, one by one where there are candidates; at last the rest together with
+// bytes that were looked at before.
 template <class Vector, bool kFirstFolds, bool kSecondFolds>
-const char* findPairFolding(const char* begin, const char* end, const PairProbe& probe) {
+const char* findTextFolding(const char* begin, const char* end, const Needle& needle) {
   constexpr auto kWidth = static_cast<std::ptrdiff_t>(Vector::kWidth);
-  const ProbeVectors<Vector, kFirstFolds> first(probe.first);
-  const ProbeVectors<Vector, kSecondFolds> second(probe.second);
-  const auto fitsAt = [&](const char* at) {
-    return Vector::both(first.fits(at), second.fits(at + probe.distance));
-  };
-  const char* const start = begin;
-  for (; end - begin >= 4 * kWidth; begin += 4 * kWidth) {
-    const auto any =
-        Vector::either(Vector::either(fitsAt(begin), fitsAt(begin + kWidth)),
-                       Vector::either(fitsAt(begin + 2 * kWidth), fitsAt(begin + 3 * kWidth)));
-    if (Vector::mask(any) != 0) break;
+  const NeedleFilter<Vector, kFirstFolds, kSecondFolds> filter(needle);
+  const char* at = begin + needle.lead;
+  const char* last = end - (needle.length - 1) + needle.lead;  // behind the last candidate
+  if (last - at < kWidth) {
+    for (; begin <= end - needle.length; ++begin) {
+      if (standsAt(begin, needle)) return begin;
+    }
+    return end;
   }
-  for (; end - begin >= kWidth; begin += kWidth) {
-    const auto mask = Vector::mask(fitsAt(begin));
-    if (mask != 0) return begin + std::countr_zero(mask);
+  while (at < last) {
+    while (last - at >= 4 * kWidth) {
+      const auto low = Vector::either(filter.at(at), filter.at(at + kWidth));
+      const auto high = Vector::either(filter.at(at + 2 * kWidth), filter.at(at + 3 * kWidth));
+      if (Vector::mask(Vector::either(low, high)) != 0) break;
+      at += 4 * kWidth;
+    }
+    for (int i = 0; i < 4 && at < last; ++i, at += kWidth) {
+      if (last - at < kWidth) at = last - kWidth;
+      const auto candidates = Vector::mask(filter.at(at));
+      if (candidates == 0) continue;
+      if (const char* found = firstOf(candidates, at, needle)) return found;
+    }
   }
-  if (begin < end && begin - start >= kWidth) {
-    // The rest, with bytes before it that were looked at already.
-    const auto mask = Vector::mask(fitsAt(end - kWidth));
-    return mask != 0 ? end - kWidth + std::countr_zero(mask) : end;
-  }
-  for (; begin < end; ++begin) {
-    if (probe.first.fits(*begin) && probe.second.fits(begin[probe.distance])) break;
-  }
-  return begin;
+  return end;
 }
 
 template <class Vector>
-const char* findPair(const char* begin, const char* end, const PairProbe& probe) {
-  const bool firstFolds = probe.first.fold != 0;
-  const bool secondFolds = probe.second.fold != 0;
+const char* findText(const char* begin, const char* end, const Needle& needle) {
+  const bool firstFolds = needle.first.fold != 0;
+  const bool secondFolds = needle.second.fold != 0;
   if (firstFolds) {
-    return secondFolds ? findPairFolding<Vector, true, true>(begin, end, probe)
-                       : findPairFolding<Vector, true, false>(begin, end, probe);
+    return secondFolds ? findTextFolding<Vector, true, true>(begin, end, needle)
+                       : findTextFolding<Vector, true, false>(begin, end, needle);
   }
-  return secondFolds ? findPairFolding<Vector, false, true>(begin, end, probe)
-                     : findPairFolding<Vector, false, false>(begin, end, probe);
+  return secondFolds ? findTextFolding<Vector, false, true>(begin, end, needle)
+                     : findTextFolding<Vector, false, false>(begin, end, needle);
 }
 
 // One bit for each byte of 64 that is a "<" without a "/" behind it: closing tags are half of all.
@@ -93,7 +126,7 @@ std::uint64_t openings(const char* at) {
   for (std::size_t i = 0; i < 64; i += Vector::kWidth) {
     const auto isOpening = Vector::equal(Vector::load(at + i), opening);
     const auto isClosing = Vector::equal(Vector::load(at + i + 1), slash);
-    mask |= std::uint64_t{Vector::mask(Vector::butNot(isOpening, isClosing))} << i;
+    mask |= std::uint64_t{Vector::mask(Vector::without(isOpening, isClosing))} << i;
   }
   return mask;
 }
@@ -157,7 +190,7 @@ std::uint64_t xorWords(const char* words, std::size_t count) {
 template <class Vector>
 constexpr Kernels kernelsOver() {
   return {
-      .findPair = findPair<Vector>,
+      .findText = findText<Vector>,
       .findTag = findTag<Vector>,
       .skipWhiteSpace = skipWhiteSpace<Vector>,
       .xorWords = xorWords<Vector>,

@@ -10,15 +10,6 @@ namespace {
 // Up to this length a candidate is simply compared: that costs a constant.
 constexpr std::size_t kShortText = 32;
 
-const char* findShort(const char* begin, const char* end, const CaselessText& text) {
-  const char* candidatesEnd = end - (text.text().size() - 1);
-  for (;; ++begin) {
-    begin = kernels().findPair(begin, candidatesEnd, text.probe());
-    if (begin == candidatesEnd) return end;
-    if (equalsIgnoringCase(begin, text.text().data(), text.text().size())) return begin;
-  }
-}
-
 // A way to cut a text in two such that a match can be tried from the cut to the right first.
 struct Factorization {
   std::size_t cut;
@@ -96,13 +87,25 @@ int compareIgnoringCase(const char* a, const char* b, std::size_t length) {
   return 0;
 }
 
+const char* findText(const char* begin, const char* end, std::string_view text) {
+  if (text.empty()) return begin;
+  if (begin > end || static_cast<std::size_t>(end - begin) < text.size()) return end;
+  if (text.size() == 1) return findByte(begin, end, text.front());
+  if (text.size() <= kShortText) {
+    return kernels().findText(begin, end, SearchedText(text, SearchedText::exact).needle());
+  }
+  const void* found =
+      ::memmem(begin, static_cast<std::size_t>(end - begin), text.data(), text.size());
+  return found ? static_cast<const char*>(found) : end;
+}
+
 const char* findIgnoringCase(const char* begin, const char* end, const CaselessText& text) {
-  const std::size_t length = text.text().size();
-  if (length == 0) return begin;
-  if (begin > end || static_cast<std::size_t>(end - begin) < length) return end;
-  const bool isOneByte = length == 1 && text.probe().first.fold == 0;
+  if (text.size() == 0) return begin;
+  if (begin > end || static_cast<std::size_t>(end - begin) < text.size()) return end;
+  const bool isOneByte = text.size() == 1 && text.needle().first.fold == 0;
   if (isOneByte) return findByte(begin, end, text.text().front());
-  return length <= kShortText ? findShort(begin, end, text) : findLong(begin, end, text.text());
+  return text.size() <= kShortText ? kernels().findText(begin, end, text.needle())
+                                   : findLong(begin, end, text.text());
 }
 
 }  // namespace pagescan

@@ -45,14 +45,6 @@ inline const char* findEndOfLastNotOf(const char* begin, const char* end, const 
   return end;
 }
 
-// An empty text is found at `begin`.
-inline const char* findText(const char* begin, const char* end, std::string_view text) {
-  if (begin > end || static_cast<std::size_t>(end - begin) < text.size()) return end;
-  const void* found =
-      ::memmem(begin, static_cast<std::size_t>(end - begin), text.data(), text.size());
-  return found ? static_cast<const char*>(found) : end;
-}
-
 // Whether `length` bytes are the same but for the case of ASCII letters.
 bool equalsIgnoringCase(const char* a, const char* b, std::size_t length);
 
@@ -63,36 +55,66 @@ inline bool equalsIgnoringCase(std::string_view a, std::string_view b) {
   return a.size() == b.size() && equalsIgnoringCase(a.data(), b.data(), a.size());
 }
 
-// A text to be found ignoring case, with the filter that finds its candidates: its first byte
-// together with the last one of those that pages are not full of. Keeps a view of the text.
-class CaselessText {
+// A text to be found, with the filter that finds its candidates: those two of its bytes that pages
+// hold least. Keeps a view of the text.
+class SearchedText {
  public:
-  constexpr CaselessText(std::string_view text)  // NOLINT(google-explicit-constructor)
-      : text_(text), probe_(text.empty() ? PairProbe{} : probeFor(text)) {}
-  constexpr CaselessText(const char* text)  // NOLINT(google-explicit-constructor)
-      : CaselessText(std::string_view(text)) {}
+  enum Case { exact, ignored };
 
-  constexpr std::string_view text() const { return text_; }
-  constexpr const PairProbe& probe() const { return probe_; }
+  constexpr SearchedText(std::string_view text, Case letterCase)
+      : needle_{text.data(), text.size(), letterCase == ignored, 0, 0, {}, {}} {
+    if (text.empty()) return;
+    const std::size_t rarest = rarestBut(text.size());
+    const std::size_t second = text.size() > 1 ? rarestBut(rarest) : rarest;
+    const std::size_t far = rarest < second ? second : rarest;
+    needle_.lead = rarest < second ? rarest : second;
+    needle_.distance = far - needle_.lead;
+    needle_.first = probeFor(text[needle_.lead]);
+    needle_.second = probeFor(text[far]);
+  }
+
+  constexpr std::string_view text() const { return {needle_.text, needle_.length}; }
+  constexpr std::size_t size() const { return needle_.length; }
+  constexpr const Needle& needle() const { return needle_; }
 
  private:
-  static constexpr ByteClass kCommon =
-      kHtmlWhiteSpace | kDigits | ByteClass::of("aehilnorstdAEHILNORSTD<>/\"=-");
+  // What pages are full of, the most frequent byte first; all others are rare.
+  static constexpr std::string_view kFrequent = " etaionsrlc\"d/=<>-phumfgb.0w1y2v:_;3";
 
-  static constexpr PairProbe probeFor(std::string_view text) {
-    std::size_t rare = text.size() - 1;
-    while (rare > 0 && kCommon.contains(text[rare])) --rare;
-    const std::size_t distance = rare > 0 ? rare : text.size() - 1;
-    return {foldedProbe(text.front()), foldedProbe(text[distance]), distance};
+  static constexpr std::size_t frequencyRank(char c) {
+    const std::size_t rank = kFrequent.find(toLower(c));
+    return rank == std::string_view::npos ? kFrequent.size() : rank;
   }
 
-  static constexpr ByteProbe foldedProbe(char c) {
-    return kLetters.contains(c) ? ByteProbe{toLower(c), 0x20} : ByteProbe{c, 0};
+  // The place of the rarest byte that does not stand at `excluded`.
+  constexpr std::size_t rarestBut(std::size_t excluded) const {
+    std::size_t best = excluded == 0 ? 1 : 0;
+    for (std::size_t i = best + 1; i < needle_.length; ++i) {
+      const bool isRarer = frequencyRank(needle_.text[i]) > frequencyRank(needle_.text[best]);
+      if (i != excluded && isRarer) best = i;
+    }
+    return best;
   }
 
-  std::string_view text_;
-  PairProbe probe_;
+  constexpr ByteProbe probeFor(char c) const {
+    const bool folds = needle_.ignoresCase && kLetters.contains(c);
+    return folds ? ByteProbe{toLower(c), 0x20} : ByteProbe{c, 0};
+  }
+
+  Needle needle_;
 };
+
+// A text to be found ignoring the case of its letters.
+class CaselessText : public SearchedText {
+ public:
+  constexpr CaselessText(std::string_view text)  // NOLINT(google-explicit-constructor)
+      : SearchedText(text, ignored) {}
+  constexpr CaselessText(const char* text)  // NOLINT(google-explicit-constructor)
+      : CaselessText(std::string_view(text)) {}
+};
+
+// An empty text is found at `begin`.
+const char* findText(const char* begin, const char* end, std::string_view text);
 
 // An empty text is found at `begin`.
 const char* findIgnoringCase(const char* begin, const char* end, const CaselessText& text);
