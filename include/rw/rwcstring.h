@@ -43,8 +43,21 @@ class PAGESCAN_EXPORT RWCString {
   // A copy shares the bytes, a string moved from is empty, a null pointer assigns an empty text.
   RWCString(const RWCString& other) { adoptFrom(other); }
   RWCString(RWCString&& other) noexcept { stealFrom(other); }
-  RWCString& operator=(const RWCString& other);
-  RWCString& operator=(RWCString&& other) noexcept;
+  RWCString& operator=(const RWCString& other) {
+    if (this != &other) {
+      RWCString taken(other);
+      release();
+      stealFrom(taken);
+    }
+    return *this;
+  }
+  RWCString& operator=(RWCString&& other) noexcept {
+    if (this != &other) {
+      release();
+      stealFrom(other);
+    }
+    return *this;
+  }
   RWCString& operator=(const char* text);
   ~RWCString() { release(); }
 
@@ -94,8 +107,13 @@ class PAGESCAN_EXPORT RWCString {
                     std::size_t start = 0) const;
 
   // Editing in place. The bytes given may be the string's own.
-  RWCString& append(const char* text);
-  RWCString& append(const char* bytes, std::size_t length);
+  RWCString& append(const char* text) { return append(text, text ? std::strlen(text) : 0); }
+  RWCString& append(const char* bytes, std::size_t length) {
+    if (!hasRoomFor(length)) return appendAnew(bytes, length);
+    if (length > 0) std::memmove(data_ + length_, bytes, length);
+    setLength(length_ + length);
+    return *this;
+  }
   RWCString& append(const RWCString& text) { return append(text.data_, text.length_); }
   RWCString& append(char byte) { return append(&byte, 1); }
   RWCString& operator+=(const RWCString& text) { return append(text.data_, text.length_); }
@@ -183,6 +201,9 @@ class PAGESCAN_EXPORT RWCString {
   bool isShared() const noexcept { return !isLocal() && buffer_->isShared(); }
   std::size_t capacity() const noexcept { return isLocal() ? kLocalCapacity : buffer_->capacity(); }
   bool canHold(std::size_t length) const noexcept { return !isShared() && length <= capacity(); }
+  bool hasRoomFor(std::size_t more) const noexcept {
+    return !isShared() && more <= capacity() - length_;
+  }
   void release() noexcept {
     if (!isLocal() && buffer_->drop()) freeBuffer(buffer_);
   }
@@ -225,6 +246,7 @@ class PAGESCAN_EXPORT RWCString {
 
   static RWCString joined(Piece head, Piece tail);
   std::size_t capacityFor(std::size_t length) const noexcept;
+  RWCString& appendAnew(const char* bytes, std::size_t length);
   void copyBytes(const char* bytes, std::size_t length);
   void rebuild(std::size_t capacity, Piece head, Piece middle, Piece tail);
   void unshare();

@@ -145,22 +145,6 @@ RWCString::RWCString(const char* bytes, std::size_t length) {
   copyBytes(bytes, bytes ? length : 0);
 }
 
-RWCString& RWCString::operator=(const RWCString& other) {
-  if (this != &other) {
-    RWCString taken(other);
-    swap(taken);
-  }
-  return *this;
-}
-
-RWCString& RWCString::operator=(RWCString&& other) noexcept {
-  if (this != &other) {
-    release();
-    stealFrom(other);
-  }
-  return *this;
-}
-
 RWCString& RWCString::operator=(const char* text) {
   const std::size_t length = lengthOf(text);
   if (canHold(length)) {
@@ -181,17 +165,9 @@ void RWCString::swap(RWCString& other) noexcept {
 
 // --- Editing ----------------------------------------------------------------------------------
 
-RWCString& RWCString::append(const char* text) {
-  return append(text, lengthOf(text));
-}
-
-RWCString& RWCString::append(const char* bytes, std::size_t length) {
-  if (length == 0) return *this;
-  const std::size_t sum = checkedSum(length_, length);
-  if (canHold(sum)) {
-    std::memmove(data_ + length_, bytes, length);
-    setLength(sum);
-  } else {
+RWCString& RWCString::appendAnew(const char* bytes, std::size_t length) {
+  if (length > 0) {
+    const std::size_t sum = checkedSum(length_, length);
     rebuild(capacityFor(sum), {data_, length_}, {bytes, length}, {});
   }
   return *this;
