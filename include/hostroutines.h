@@ -18,7 +18,10 @@ extern "C" {
 //                  the library gives three bytes for each of the source, and one
 // Return           the length of the result; the library ignores it.
 // The stand-alone versions use ISO-8859-1; a character that does not fit and each malformed
-// sequence becomes "?". They keep no state, allocate nothing and take linear time.
+// sequence becomes "?". Such a sequence is the longest start of a character that stands there, else
+// one byte; overlong forms and surrogates are malformed. A cut never splits a character, a size
+// below 1 writes nothing, and what stands behind the closing NUL may be overwritten. They keep no
+// state, allocate nothing and take linear time.
 PAGESCAN_EXPORT int UTF8ToANSI(int reserved, const char* source, int sourceLength,
                                char* destination, int destinationSize);
 PAGESCAN_EXPORT int ANSIToUTF8(int reserved, const char* source, int sourceLength,
