@@ -23,7 +23,7 @@ LAYERS = [
     ("offset parser", ["*/zkhtmloffsetparser*"]),
     ("everything", ["include/pagescan.h"]),
 ]
-HOSTS = ["tool/*", "examples/*", "tests/shared/*", "tests/host/*"]
+HOSTS = ["tool/*", "examples/*", "tests/shared/*", "tests/host/*", "tests/host_one/*"]
 SOURCES = ("*.h", "*.cpp")
 INCLUDE = re.compile(r'^\s*#\s*include\s*"([^"]+)"', re.MULTILINE)
 
