@@ -149,28 +149,35 @@ RWCString resolveAbove(const urlBase& base, std::string_view link) {
   return joined({viewOf(base.protocol), viewOf(base.host), directory, link});
 }
 
-}  // namespace
-
-RWCString urlBase::calcUrl(RWCString& url) {
-  shortParse();
-  if (CTQCharSet* charSet = CTQCharSet::fsGetSingleton()) charSet->convert(url);
-  stripUrl(url, true);
-
+// Resolves a clean link, which it changes as the rules say.
+RWCString resolveLink(const urlBase& base, RWCString& url) {
   const std::string_view link = viewOf(url);
-  const std::string_view top = viewOf(protocol);
-  const std::string_view site = viewOf(host);
-  const std::string_view directory = viewOf(dirPath);
+  const std::string_view top = viewOf(base.protocol);
+  const std::string_view site = viewOf(base.host);
+  const std::string_view directory = viewOf(base.dirPath);
   if (link.size() < 2) return joined({top, site, link == "/" ? link : directory});
   if (isAbsolute(link)) return url;
   if (link.starts_with(kSlashes)) return url = joined({top, link.substr(kSlashes.size())});
   if (!isHttpProtocol(url)) return url;
   if (link.front() == '/') return joined({top, site, link});
   if (link == kHere) return joined({top, site, directory});
-  if (link.starts_with(kParent)) return resolveAbove(*this, link);
-  if (link.front() == '#') return joined({top, site, directory, viewOf(fileName), link});
+  if (link.starts_with(kParent)) return resolveAbove(base, link);
+  if (link.front() == '#') return joined({top, site, directory, viewOf(base.fileName), link});
   if (link == kHere) return joined({top, site, directory});
   if (link.starts_with(kHere)) url.remove(0, kHere.size());
   return joined({top, site, directory, viewOf(url)});
+}
+
+}  // namespace
+
+RWCString urlBase::calcUrl(RWCString& url) {
+  shortParse();
+  RWCString link = url;  // the host's string stays as it is should memory run out
+  if (CTQCharSet* charSet = CTQCharSet::fsGetSingleton()) charSet->convert(link);
+  stripUrl(link, true);
+  RWCString result = resolveLink(*this, link);
+  url.swap(link);
+  return result;
 }
 
 // --- Resolving as the offset parser does ------------------------------------------------------

@@ -57,13 +57,15 @@ class CHTMLOffsetParser::RecordMaker {
 
 // --- The pass over a page ---------------------------------------------------------------------
 
-// Goes through the blanked page on raw bytes.
+// Goes through the blanked page on raw bytes. The sink may use the parser meanwhile: the pass holds
+// the page and goes on from where the parser's position was left.
 class CHTMLOffsetParser::HtmlPass {
  public:
   explicit HtmlPass(CHTMLOffsetParser& parser)
       : parser_(parser),
-        begin_(parser.html.data()),
-        end_(endOf(parser.html)),
+        page_(parser.html),
+        begin_(page_.data()),
+        end_(endOf(page_)),
         attributes_(begin_, end_) {}
 
   void run() {
@@ -77,23 +79,33 @@ class CHTMLOffsetParser::HtmlPass {
     }
   }
 
-  // Reads the tag whose name ends at `nameEnd`; returns where to look for the next one: at the
-  // tag's ">", or at the end of the page when there is none.
+  // Reads the tag whose name ends at the parser's position.
+  void takeTagAtPosition(const TagOfInterest& tag) { takeTag(tag, begin_ + parser_.position); }
+
+ private:
+  // Reads the tag whose name ends at `nameEnd` and moves the parser's position to its ">". Returns
+  // where to look for the next one: there, or at the end of the page when there is none.
   const char* takeTag(const TagOfInterest& tag, const char* nameEnd) {
     if (nameEnd == end_ || *nameEnd == '/') return nameEnd;
     const char* tagEnd = findByte(nameEnd, end_, '>');
     if (tagEnd == end_) return end_;
     FoundAttributes found;
     attributes_.read(nameEnd, tagEnd, tag.wanted(), found);
+    parser_.position = static_cast<unsigned long>(tagEnd - begin_);
     if (found.hasAny(tag.wanted())) {
       queueRecord(tag, found);
     } else if (tag.name == "FRAME" || tag.name == "IFRAME") {
       queuePlaceholder(tag);
     }
-    return tagEnd;
+    return nextAt();
   }
 
- private:
+  // A sink that let the parser read another text leaves nothing to do here: that text was read to
+  // its end, and where it is of this page's length, so is the position.
+  const char* nextAt() const {
+    return parser_.html.length() == page_.length() ? begin_ + parser_.position : end_;
+  }
+
   void queueRecord(const TagOfInterest& tag, const FoundAttributes& found) {
     RecordMaker record(parser_, tag.name);
     AttributeSet added = 0;
@@ -119,6 +131,7 @@ class CHTMLOffsetParser::HtmlPass {
   }
 
   CHTMLOffsetParser& parser_;
+  const RWCString page_;
   const char* begin_;
   const char* end_;
   TagAttributeReader attributes_;
@@ -166,6 +179,7 @@ void CHTMLOffsetParser::ParseCSS(const RWCString& css) {
 
 void CHTMLOffsetParser::InsertObjectToQueue(CZKHTMLDietTransactionsObject* record) {
   if (!record) return;
+  records.makeRoom();  // the sink is shown no record that could not be kept
   if (dietQueue) dietQueue->insert(record);
   records.insert(record);
 }
@@ -205,8 +219,7 @@ void CHTMLOffsetParser::parseHTMLElement(RWCString elementName) {
   const TagOfInterest* tag = findTagOfInterest(viewOf(elementName));
   const bool isOfInterest = tag && viewOf(elementName) == tag->name;
   if (isOfInterest) {
-    const char* next = HtmlPass(*this).takeTag(*tag, nameEnd);
-    if (next != endOf(html)) position = offsetIn(html, next);
+    HtmlPass(*this).takeTagAtPosition(*tag);
   } else if (*nameEnd != '/') {
     const char* tagEnd = findByte(nameEnd, endOf(html), '>');
     if (tagEnd != endOf(html)) position = offsetIn(html, tagEnd);

@@ -381,7 +381,9 @@ void emptyHandler(const Handler& handler, RWCString& text) {
 }  // namespace
 
 void tqSkipOnloadAttribute(RWCString& text) {
-  for (const Handler& handler : kHandlers) emptyHandler(handler, text);
+  RWCString result = text;  // all three phases or none, should memory run out
+  for (const Handler& handler : kHandlers) emptyHandler(handler, result);
+  text.swap(result);
 }
 
 // --- URLs -------------------------------------------------------------------------------------
