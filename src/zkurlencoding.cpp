@@ -212,8 +212,10 @@ UrlEncoding::EncodingType knownType(UrlEncoding::EncodingType type) {
   return isKnown ? type : UrlEncoding::eBrowser;
 }
 
+// Also where nothing is encoded, deliberately.
 bool plusIsBlank(UrlEncoding::EncodingType type) {
-  return type != UrlEncoding::eChrome94 && type != UrlEncoding::eSiebel;
+  const int known = knownType(type);
+  return known == UrlEncoding::eNone || kFlavours[static_cast<std::size_t>(known) - 1].plusIsBlank;
 }
 
 // Builds a text piece by piece on the stack. A text of one piece costs its string one allocation

@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <iterator>
 
 #include "base/byte_class.h"
 #include "host/conversion.h"
@@ -34,8 +33,10 @@ constexpr Lead kLeads[] = {
 // For every byte its row, the last one that fits.
 constexpr std::array<unsigned char, 256> kLeadOfByte = [] {
   std::array<unsigned char, 256> rows{};
-  for (unsigned char row = 0; row < std::size(kLeads); ++row) {
-    for (unsigned byte = kLeads[row].first; byte <= kLeads[row].last; ++byte) rows[byte] = row;
+  unsigned char row = 0;
+  for (const Lead& lead : kLeads) {
+    for (unsigned byte = lead.first; byte <= lead.last; ++byte) rows[byte] = row;
+    ++row;
   }
   return rows;
 }();
