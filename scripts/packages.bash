@@ -7,7 +7,7 @@ declare -rA packagesOf=(
   [tidy]="clang-tidy"
   [shell]="shellcheck"
   [coverage]="gcovr"
-  [bench]="libbenchmark-dev libwget-dev libxml2-dev libgumbo-dev libpcre2-dev liburiparser-dev
+  [bench]="libbenchmark-dev wget2-dev libxml2-dev libgumbo-dev libpcre2-dev liburiparser-dev
            libcurl4-openssl-dev"
   [abi]="abigail-tools"
   [package]="dpkg-dev fakeroot file lintian"

@@ -1,0 +1,417 @@
+// How the time of every operation grows with its text, on shapes that strangers might send.
+#include <malloc.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "pagescan.h"
+#include "sections.h"
+#include "table.h"
+#include "yardsticks.h"
+
+namespace pagescan::bench {
+namespace {
+
+constexpr std::size_t kKiB = 1024;
+constexpr std::array<std::size_t, 5> kSizes = {16 * kKiB, 64 * kKiB, 256 * kKiB, 1024 * kKiB,
+                                               4096 * kKiB};
+constexpr double kSteepest = 1.1;
+constexpr char kPlainCopy[] = "memcpy there and back";
+
+// A text of any length: the opening, then the piece over and over.
+struct Shape {
+  const char* name;
+  std::string_view opening;
+  std::string_view piece;
+};
+
+constexpr Shape kShapes[] = {
+    {"open tags", "", "<img src=x "},
+    {"names alone", "", "<td "},
+    {"open quotes", "", "<img src=\"x "},
+    {"open quotes, single", "", "<link href='x "},
+    {"many tags", "", "<img src=a.gif>"},
+    {"<", "", "<"},
+    {"open comments", "", "<!--"},
+    {"comments within", "<!--", "<!-- ->"},
+    {"ends of comments", "x", "<!---->"},
+    {"scripts", "", "<script>x</script>"},
+    {"open scripts", "", "<script>"},
+    {"huge value", "<img src=\"", "a"},
+    {"blanks", "<img ", " "},
+    {"lines", "<img\n", "\r\n"},
+    {"attributes", "<img ", "a1=b c "},
+    {"equal signs", "<img ", "= "},
+    {"handlers", "", "onload"},
+    {"handlers, blanks", "", "onload   "},
+    {"handlers, quotes", "", "onload='"},
+    {"../", "", "../"},
+    {"/", "http:", "/"},
+    {"\\", "", "a\\..\\"},
+    {"http:", "", "http://"},
+    {"letters", "", "a"},
+    {"&", "", "&"},
+    {"&amp;", "", "&amp;"},
+    {"&#", "", "&#12"},
+    {"%", "", "%"},
+    {"%41", "", "%41"},
+    {"&#25;", "", "&#25;"},
+    {"a=b&", "", "a=%20+b&"},
+    {"url(", "a{", "url("},
+    {"url(a)", "a{b:", "url(a) "},
+    {"url(\"", "a{b:", "url(\"a "},
+    {"/*", "", "/*"},
+    {"@import", "", "@import "},
+    {"colons", "a{", "a:b;"},
+    {"lead bytes", "", "\xC3"},
+    {"UTF-8", "", "\xC3\xA9"},
+};
+
+std::string textOf(const Shape& shape, std::size_t length) {
+  std::string text(shape.opening);
+  while (text.size() < length) text += shape.piece;
+  text.resize(length);
+  return text;
+}
+
+constexpr char kUrl[] = "http://www.example.com/a/b/c.html";
+constexpr auto kType = UrlEncoding::eEscapeURIComponent;
+
+// An operation's result, which is kept while the other texts of a size have their turn.
+using Kept = std::shared_ptr<void>;
+using Operation = Kept (*)(const RWCString& text);
+
+Kept parseHtml(const RWCString& text) {
+  const auto parser = std::make_shared<CHTMLOffsetParser>(kUrl);
+  parser->ParseHTML(text.data(), text.length());
+  return parser;
+}
+
+Kept parseCss(const RWCString& text) {
+  const auto parser = std::make_shared<CHTMLOffsetParser>(kUrl);
+  try {
+    parser->ParseCSS(text);
+  } catch (const RWBoundsErr&) {
+    // That is its answer to some of the shapes.
+  }
+  return parser;
+}
+
+Kept findAttributes(const RWCString& text) {
+  RWCString copy(text);
+  CHTMLAttributeFinder finder;
+  RWHashDictionary values;
+  RWHashDictionary offsets;
+  unsigned long at = 0;
+  finder.FindAttributes(copy, at, values, offsets);
+  values.clearAndDestroy();
+  offsets.clearAndDestroy();
+  return nullptr;
+}
+
+Kept findEachAttribute(const RWCString& text) {
+  RWCString copy(text);
+  unsigned long at = 0;
+  unsigned long valueStart = 0;
+  for (;;) {
+    RWCString name;
+    RWCString value;
+    const unsigned long before = at;
+    htmlFindNextAttribute_(copy, name, value, at, valueStart);
+    if (name.length() == 0 || at == before) return nullptr;
+  }
+}
+
+Kept getStringValue(const RWCString& text) {
+  RWCString copy(text);
+  const auto value = std::make_shared<RWCString>();
+  unsigned long valueStart = 0;
+  unsigned long furthest = 0;
+  htmlGetStringValue(copy, *value, 0, valueStart, furthest, copy.length());
+  return value;
+}
+
+// Edits a copy.
+template <typename Edit>
+Kept edited(const RWCString& text, Edit edit) {
+  const auto copy = std::make_shared<RWCString>(text);
+  edit(*copy);
+  return copy;
+}
+
+// Only reads.
+template <typename Value>
+Kept read(Value value) {
+  benchmark::DoNotOptimize(value);
+  return nullptr;
+}
+
+template <auto skip>
+Kept skipped(const RWCString& text) {
+  RWCString copy(text);
+  unsigned long at = 0;
+  skip(copy, copy.length(), at);
+  return read(at);
+}
+
+Kept resolved(const RWCString& text) {
+  const auto result = std::make_shared<RWCString>();
+  urlBase(kUrl).calcUrl(text, *result, false, true);
+  return result;
+}
+
+Kept split(const RWCString& text) {
+  const auto base = std::make_shared<urlBase>("http://www.example.com/" + text);
+  base->parse();
+  return base;
+}
+
+Kept encode(const RWCString& text) {
+  const auto result = std::make_shared<RWCString>();
+  RWCString source(text);
+  UrlEncoding::EncodeString(source, *result, kType);
+  return result;
+}
+
+Kept encodeUnreadables(const RWCString& text) {
+  const auto result = std::make_shared<RWCString>();
+  UrlEncoding::EncodeStringUnreadables(text.data(), text.length(), *result);
+  return result;
+}
+
+Kept findScheme(const RWCString& text) {
+  int length = 0;
+  return read(getProtocol(text, length));
+}
+
+Kept findPattern(const RWCString& text) {
+  static const RWCRegexp pattern("&#?[a-zA-Z0-9]+x;");
+  return read(text.index(pattern));
+}
+
+// What the caches make of the conversions' way: into a block three times as large, and back.
+Kept copyThereAndBack(const RWCString& text) {
+  const auto room = std::make_unique_for_overwrite<char[]>(3 * text.length() + 1);
+  std::memcpy(room.get(), text.data(), text.length());
+  return std::make_shared<RWCString>(room.get(), text.length());
+}
+
+Kept compare(const RWCString& text) {
+  const RWCString other(text.data(), text.length());
+  return read(text.compareTo(other, RWCString::ignoreCase));
+}
+
+int lengthOf(const RWCString& text) {
+  return static_cast<int>(text.length());
+}
+
+struct NamedOperation {
+  const char* name;
+  Operation run;
+  bool blanksScripts = false;  // and does not return on a text whose script tag does not end
+};
+
+#define EDITED(edit) [](const RWCString& text) { return edited(text, edit); }
+#define EDITED_BY(statement) EDITED([](RWCString& copy) { statement; })
+#define READ(expression) [](const RWCString& text) { return read(expression); }
+const NamedOperation kOperations[] = {
+    {kPlainCopy, copyThereAndBack},
+    {"ParseHTML", parseHtml, true},
+    {"ParseCSS", parseCss},
+    {"FindAttributes", findAttributes},
+    {"htmlFindNextAttribute_, each", findEachAttribute},
+    {"htmlSkipWhiteSpaces", skipped<htmlSkipWhiteSpaces>},
+    {"htmlSkipNonWhiteSpaces", skipped<htmlSkipNonWhiteSpaces>},
+    {"htmlGetStringValue", getStringValue},
+    {"tqOverwriteTagWithBlanks", EDITED_BY(tqOverwriteTagWithBlanks(copy, "<!--", "-->"))},
+    {"tqOverwriteScriptWithBlanks", EDITED(tqOverwriteScriptWithBlanks), true},
+    {"tqFindEndlessScript", READ(tqFindEndlessScript(text))},
+    {"tqRemoveFirstSingleTag", EDITED_BY(tqRemoveFirstSingleTag(copy, "<base"))},
+    {"tqSkipTagBody", EDITED_BY(tqSkipTagBody("script", copy))},
+    {"tqSkipOnloadAttribute", EDITED(tqSkipOnloadAttribute)},
+    {"stripUrl", EDITED_BY(stripUrl(copy, true))},
+    {"getProtocol", findScheme},
+    {"isHttpProtocol", READ(isHttpProtocol(text))},
+    {"setBase, parse", split},
+    {"calcUrl(in, out, ...)", resolved},
+    {"calcUrl(url)", EDITED_BY(copy = urlBase(kUrl).calcUrl(copy))},
+    {"EncodeString", encode},
+    {"DecodeString", EDITED_BY(UrlEncoding::DecodeString(copy, kType))},
+    {"CheckUrlDecoding(text)", READ(UrlEncoding::CheckUrlDecoding(text))},
+    {"EncodeStringUnreadables", encodeUnreadables},
+    {"isUtf8", READ(isUtf8(text.data(), lengthOf(text)))},
+    {"ConvertUtf8toAnsi", EDITED(ConvertUtf8toAnsi)},
+    {"ConvertAnsitoUtf8", EDITED(ConvertAnsitoUtf8)},
+    {"CTQCharSet::convert", EDITED_BY(CTQCharSet::fsGetSingleton()->convert(copy))},
+    {"CalcCheckSum",
+     READ(CZKHTMLDietTransactionsObject::CalcCheckSum(text.data(), lengthOf(text)))},
+    {"RWCString::index", READ(text.index("ab<!--%&x"))},
+    {"RWCString::index, any case", READ(text.index("onloaD=\"x", 0, RWCString::ignoreCase))},
+    {"RWCString::index of a pattern", findPattern},
+    {"RWCString::toLower", EDITED_BY(copy.toLower())},
+    {"RWCString::hash", READ(text.hash())},
+    {"RWCString::compareTo, any case", compare},
+};
+#undef EDITED
+#undef EDITED_BY
+#undef READ
+
+// What is freed stays with the process: what the system takes to hand out large blocks afresh is
+// not the library's.
+void keepFreedMemory() {
+  mallopt(M_MMAP_MAX, 0);
+  mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
+}
+
+// A shape in every size. There are as many texts of a size as make up the largest one, and the
+// results of all are kept until the last one has had its turn, so that caches serve all sizes
+// alike.
+struct Samples {
+  explicit Samples(const Shape& shape) {
+    for (std::size_t i = 0; i < kSizes.size(); ++i) {
+      const std::string text = textOf(shape, kSizes[i]);
+      for (std::size_t n = kSizes.back() / kSizes[i]; n > 0; --n) {
+        texts[i].emplace_back(text.data(), text.size());
+      }
+    }
+    isEndless = tqFindEndlessScript(texts.back().front()) != RWCString::npos;
+  }
+
+  std::array<Texts, kSizes.size()> texts;
+  bool isEndless;
+};
+
+using Seconds = std::array<double, kSizes.size()>;
+
+struct Growth {
+  double slope;         // of the logarithms of time and size
+  double secondsAtEnd;  // for the largest text
+};
+
+double slopeOf(const Seconds& seconds) {
+  double sumX = 0, sumY = 0, sumXX = 0, sumXY = 0;
+  for (std::size_t i = 0; i < kSizes.size(); ++i) {
+    const double x = std::log(static_cast<double>(kSizes[i]));
+    const double y = std::log(seconds[i]);
+    sumX += x;
+    sumY += y;
+    sumXX += x * x;
+    sumXY += x * y;
+  }
+  const auto count = static_cast<double>(kSizes.size());
+  return (count * sumXY - sumX * sumY) / (count * sumXX - sumX * sumX);
+}
+
+Pass passOver(const Texts& texts, Operation run) {
+  return [&texts, run] {
+    std::vector<Kept> results;
+    results.reserve(texts.size());
+    for (const RWCString& text : texts) results.push_back(run(text));
+    return results.size();
+  };
+}
+
+// The best of a few rounds counts: what disturbs only ever adds time.
+void takeBest(const NamedOperation& operation, const Samples& samples, int rounds, Seconds& best) {
+  Job job(operation.name, operation.name, workOver(samples.texts.back(), "text"));
+  for (std::size_t i = 0; i < kSizes.size(); ++i) {
+    job.contender(std::to_string(i), passOver(samples.texts[i], operation.run));
+  }
+  const Timings timings = measure(job, {.count = rounds, .secondsEach = 0.0005});
+  for (std::size_t i = 0; i < kSizes.size(); ++i) {
+    const std::vector<double>& times = timings.at(std::to_string(i));
+    const double seconds = *std::min_element(times.begin(), times.end());
+    best[i] = std::min(best[i], seconds / static_cast<double>(samples.texts[i].size()));
+  }
+}
+
+// A slope that looks too steep is measured more thoroughly.
+Growth growthOf(const NamedOperation& operation, const Samples& samples) {
+  Seconds seconds;
+  seconds.fill(std::numeric_limits<double>::max());
+  takeBest(operation, samples, 5, seconds);
+  if (slopeOf(seconds) > kSteepest) takeBest(operation, samples, 25, seconds);
+  return {slopeOf(seconds), seconds.back()};
+}
+
+using ShapeGrowth = std::pair<const Shape*, Growth>;
+
+// The growth of one operation, shape by shape.
+struct Row {
+  std::string operation;
+  std::vector<ShapeGrowth> growths;
+};
+
+const ShapeGrowth& steepest(const Row& row) {
+  return *std::max_element(
+      row.growths.begin(), row.growths.end(),
+      [](const ShapeGrowth& a, const ShapeGrowth& b) { return a.second.slope < b.second.slope; });
+}
+
+const ShapeGrowth& slowest(const Row& row) {
+  return *std::max_element(row.growths.begin(), row.growths.end(),
+                           [](const ShapeGrowth& a, const ShapeGrowth& b) {
+                             return a.second.secondsAtEnd < b.second.secondsAtEnd;
+                           });
+}
+
+void writeWorst(std::ostream& out, const std::vector<Row>& rows) {
+  Table table({"operation", "steepest slope", "on", "slowest, MB/s", "on"});
+  for (const Row& row : rows) {
+    const auto& [steepShape, steep] = steepest(row);
+    const auto& [slowShape, slow] = slowest(row);
+    const double speed = static_cast<double>(kSizes.back()) / slow.secondsAtEnd / 1e6;
+    table.addRow({code(row.operation),
+                  shortNumber(steep.slope) + (steep.slope > kSteepest ? " **above 1.1**" : ""),
+                  code(steepShape->name), shortNumber(speed), code(slowShape->name)});
+  }
+  out << table;
+}
+
+void writeAll(std::ostream& out, const std::vector<Row>& rows) {
+  std::vector<std::string> header = {"slopes"};
+  for (const Shape& shape : kShapes) header.push_back(code(shape.name));
+  Table table(std::move(header));
+  for (const Row& row : rows) {
+    std::vector<std::string> cells = {code(row.operation)};
+    std::map<const Shape*, double> slopes;
+    for (const auto& [shape, growth] : row.growths) slopes[shape] = growth.slope;
+    for (const Shape& shape : kShapes) {
+      const auto slope = slopes.find(&shape);
+      cells.push_back(slope == slopes.end() ? "" : shortNumber(slope->second));
+    }
+    table.addRow(std::move(cells));
+  }
+  out << table;
+}
+
+}  // namespace
+
+void writeGrowth(std::ostream& out) {
+  keepFreedMemory();
+  std::vector<Row> rows;
+  for (const NamedOperation& operation : kOperations) rows.push_back({operation.name, {}});
+  for (const Shape& shape : kShapes) {
+    const Samples samples(shape);
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+      if (kOperations[i].blanksScripts && samples.isEndless) continue;
+      rows[i].growths.emplace_back(&shape, growthOf(kOperations[i], samples));
+    }
+  }
+  out << "## Growth\n\nThe slope of the logarithms of time and size from 16 KiB to 4 MiB: 1 is a "
+         "time in proportion to the text, 0 one that does not depend on it; at most 1.1 is wanted. "
+         "The first row is plain copying: what it shows above 1 is the caches'.\n\n";
+  writeWorst(out, rows);
+  writeAll(out, rows);
+}
+
+}  // namespace pagescan::bench

@@ -1,0 +1,111 @@
+// Runs the benchmarks and writes their report.
+#include <benchmark/benchmark.h>
+
+#include <CLI/CLI.hpp>
+#include <exception>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "base/kernels.h"
+#include "input.h"
+#include "jobs.h"
+#include "measure.h"
+#include "sections.h"
+#include "table.h"
+
+namespace pagescan::bench {
+namespace {
+
+constexpr char kRealPages[] = PAGESCAN_SHARED_DIR "/corpus";
+
+struct Options {
+  std::string pages;
+  std::string report = "ratios.md";
+  std::string only;
+  Rounds rounds;
+};
+
+Input inputOf(const Options& options) {
+  if (!options.pages.empty()) return readInput(options.pages);
+  return std::filesystem::is_directory(kRealPages) ? readInput(kRealPages) : generatedInput();
+}
+
+Jobs jobsOver(const Input& input) {
+  Jobs jobs;
+  addParseJobs(jobs, input);
+  addResolveJobs(jobs, input);
+  addStyleJobs(jobs, input);
+  addEncodeJobs(jobs, input);
+  addCharsetJobs(jobs, input);
+  addScrubJobs(jobs, input);
+  addStringJobs(jobs, input);
+  return jobs;
+}
+
+bool isWanted(const std::string& name, const Options& options) {
+  return name.find(options.only) != std::string::npos;
+}
+
+std::vector<Result> runJobs(const Jobs& jobs, const Options& options) {
+  std::vector<Result> results;
+  for (const Job& job : jobs) {
+    if (!isWanted(job.id(), options)) continue;
+    std::cerr << job.id() << '\n';
+    results.push_back({&job, measure(job, options.rounds)});
+    writeSpeeds(std::cout, results.back());
+  }
+  return results;
+}
+
+void writeHead(std::ostream& out, const Input& input, const Options& options) {
+  out << "# Benchmarks\n\n"
+      << "Input: " << input.name << ". Compiler: " << PAGESCAN_COMPILER
+      << ". Vectors: " << (useKernels(KernelLevel::avx2) ? "AVX2" : "baseline")
+      << ". Rounds: " << options.rounds.count << ".\n\n";
+}
+
+void run(const Options& options) {
+  const Input input = inputOf(options);
+  std::ofstream report(options.report);
+  writeHead(report, input, options);
+
+  const Jobs jobs = jobsOver(input);
+  const std::vector<Result> results = runJobs(jobs, options);
+  writeRatios(std::cout, results);
+  report << "## Ratios\n\n";
+  writeRatios(report, results);
+  if (isWanted("growth", options)) writeGrowth(report);
+  if (isWanted("allocations", options)) writeAllocations(report, input);
+  if (isWanted("threads", options)) writeThreads(report, input, options.rounds);
+  report << "## Speeds\n\n";
+  for (const Result& result : results) writeSpeeds(report, result);
+  std::cout << targetsMissed(results) << " targets missed; report: " << options.report << '\n';
+}
+
+}  // namespace
+}  // namespace pagescan::bench
+
+int main(int argc, char** argv) {
+  pagescan::bench::Options options;
+  CLI::App app("Benchmarks of the library beside what a user would pick instead");
+  app.add_option("--pages", options.pages,
+                 "Folder of pages, or one with subfolders pages and css; default: the real pages "
+                 "beside the project, else generated ones");
+  app.add_option("--report", options.report, "File that receives the report");
+  app.add_option("--only", options.only, "Only what has this in its name");
+  app.add_option("--rounds", options.rounds.count, "Rounds of each job")
+      ->check(CLI::Range(1, 1000));
+  app.add_option("--seconds", options.rounds.secondsEach, "Seconds of each contender in a round");
+  CLI11_PARSE(app, argc, argv);
+  try {
+    pagescan::bench::run(options);
+    return 0;
+  } catch (const std::exception& error) {
+    std::cerr << error.what() << '\n';
+    return 1;
+  }
+}

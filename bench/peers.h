@@ -1,0 +1,44 @@
+// What a user would pick instead of the library, each peer in a source of its own (peers/), which
+// is compiled where its package is installed.
+#ifndef PAGESCAN_BENCH_PEERS_H
+#define PAGESCAN_BENCH_PEERS_H
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace pagescan::bench {
+
+// A piece of work over one text, which a NUL follows. The result is whatever proves it was done.
+using TextWork = std::size_t (*)(std::string_view text);
+
+// Resolves a link against a base that was read once.
+using Resolve = std::function<std::size_t(std::string_view link)>;
+
+// Only what a peer offers is set.
+struct Peer {
+  std::string name;
+  TextWork parsePage = nullptr;   // finds the page's links, or makes its tree, and frees all
+  TextWork parseStyle = nullptr;  // finds the style sheet's URLs
+  Resolve (*resolver)(const std::string& base) = nullptr;
+  TextWork encode = nullptr;  // percent-encodes
+  TextWork decode = nullptr;  // percent-decodes
+  TextWork checkUtf8 = nullptr;
+  TextWork latin1ToUtf8 = nullptr;
+  TextWork utf8ToLatin1 = nullptr;
+  TextWork blankScripts = nullptr;  // removes script bodies and comments
+  TextWork skipHandlers = nullptr;  // empties onload and its like
+};
+
+// Those that are installed. A peer adds itself while the program is loaded.
+std::vector<Peer>& peers();
+
+struct PeerRegistration {
+  explicit PeerRegistration(Peer peer);
+};
+
+}  // namespace pagescan::bench
+
+#endif
