@@ -207,6 +207,13 @@ std::string_view placeholder() {
   return {persentEscape, ::strnlen(persentEscape, static_cast<std::size_t>(persentEscapeLength))};
 }
 
+// The one that the library comes with, prepared for searching: hosts change it rarely.
+constexpr SearchedText kUsualPlaceholder("&#25;", SearchedText::exact);
+
+bool isUsual(std::string_view escape) {
+  return escape == kUsualPlaceholder.text();
+}
+
 UrlEncoding::EncodingType knownType(UrlEncoding::EncodingType type) {
   const bool isKnown = type >= UrlEncoding::eNone && type <= UrlEncoding::eSiebel;
   return isKnown ? type : UrlEncoding::eBrowser;
@@ -317,7 +324,9 @@ void encodeBytes(const UrlForms& forms, const char* begin, const char* end,
 
 // The next placeholder in [begin, end), or `end`; an empty one is nowhere.
 const char* findPlaceholder(const char* begin, const char* end, std::string_view escape) {
-  return escape.empty() ? end : findText(begin, end, escape);
+  if (escape.empty() || static_cast<std::size_t>(end - begin) < escape.size()) return end;
+  return isUsual(escape) ? kernels().findText(begin, end, kUsualPlaceholder.needle())
+                         : findText(begin, end, escape);
 }
 
 }  // namespace
@@ -423,8 +432,6 @@ bool isCanonicalByRoundTrip(std::string_view text, UrlEncoding::EncodingType typ
 // it is encoded as "%".
 class CanonicalFlavours {
  public:
-  static constexpr std::string_view kPlaceholder = "&#25;";
-
   CanonicalFlavours(std::string_view text, FlavourSet candidates)
       : at_(text.data()), end_(at_ + text.size()), candidates_(candidates) {}
 
@@ -482,7 +489,7 @@ class CanonicalFlavours {
 
   bool decodesToPlaceholder() const {
     const char* at = at_;
-    for (const char expected : kPlaceholder) {
+    for (const char expected : kUsualPlaceholder.text()) {
       if (at == end_) return false;
       const bool escaped = isEscape(at, end_);
       if ((escaped ? escapedByte(at) : toByte(*at)) != toByte(expected)) return false;
@@ -501,7 +508,7 @@ class CanonicalFlavours {
 
 bool UrlEncoding::CheckUrlDecoding(const RWCString& text, EncodingType type) {
   const EncodingType known = knownType(type);
-  if (known == eNone || placeholder() != CanonicalFlavours::kPlaceholder) {
+  if (known == eNone || !isUsual(placeholder())) {
     return isCanonicalByRoundTrip(viewOf(text), known);
   }
   const FlavourSet candidate = 1U << (known - eBrowser);
@@ -509,7 +516,7 @@ bool UrlEncoding::CheckUrlDecoding(const RWCString& text, EncodingType type) {
 }
 
 UrlEncoding::EncodingType UrlEncoding::CheckUrlDecoding(const RWCString& text) {
-  if (placeholder() != CanonicalFlavours::kPlaceholder) {
+  if (!isUsual(placeholder())) {
     for (int type = eBrowser; type <= eSiebel; ++type) {
       const auto candidate = static_cast<EncodingType>(type);
       if (isCanonicalByRoundTrip(viewOf(text), candidate)) return candidate;
