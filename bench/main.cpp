@@ -1,16 +1,13 @@
 // Runs the benchmarks and writes their report.
-#include <benchmark/benchmark.h>
-
 #include <CLI/CLI.hpp>
 #include <exception>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <stdexcept>
 #include <string>
-#include <thread>
 #include <vector>
 
-#include "base/kernels.h"
 #include "input.h"
 #include "jobs.h"
 #include "measure.h"
@@ -56,34 +53,37 @@ std::vector<Result> runJobs(const Jobs& jobs, const Options& options) {
     if (!isWanted(job.id(), options)) continue;
     std::cerr << job.id() << '\n';
     results.push_back({&job, measure(job, options.rounds)});
-    writeSpeeds(std::cout, results.back());
   }
   return results;
 }
 
-void writeHead(std::ostream& out, const Input& input, const Options& options) {
-  out << "# Benchmarks\n\n"
-      << "Input: " << input.name << ". Compiler: " << PAGESCAN_COMPILER
-      << ". Vectors: " << (useKernels(KernelLevel::avx2) ? "AVX2" : "baseline")
-      << ". Rounds: " << options.rounds.count << ".\n\n";
+void writeReport(std::ostream& out, const Input& input, const std::vector<Result>& results,
+                 const Options& options) {
+  out << "# Measurements\n\nInput: " << input.name << "; compiler: " << PAGESCAN_COMPILER
+      << "; rounds: " << options.rounds.count << ".\n\n## Ratios\n\n";
+  writeRatios(out, results);
+  std::vector<OperationGrowth> growth;
+  if (isWanted("growth", options)) {
+    std::cerr << "growth\n";
+    growth = measureGrowth();
+    writeGrowth(out, growth);
+  }
+  if (isWanted("allocations", options)) writeAllocations(out, input);
+  if (isWanted("threads", options)) writeThreads(out, input, options.rounds);
+  out << "## Speeds\n\n";
+  for (const Result& result : results) writeSpeeds(out, result);
+  if (!growth.empty()) writeSlopes(out, growth);
 }
 
 void run(const Options& options) {
   const Input input = inputOf(options);
   std::ofstream report(options.report);
-  writeHead(report, input, options);
-
+  if (!report) throw std::runtime_error(options.report + " cannot be written");
   const Jobs jobs = jobsOver(input);
   const std::vector<Result> results = runJobs(jobs, options);
+  writeReport(report, input, results, options);
   writeRatios(std::cout, results);
-  report << "## Ratios\n\n";
-  writeRatios(report, results);
-  if (isWanted("growth", options)) writeGrowth(report);
-  if (isWanted("allocations", options)) writeAllocations(report, input);
-  if (isWanted("threads", options)) writeThreads(report, input, options.rounds);
-  report << "## Speeds\n\n";
-  for (const Result& result : results) writeSpeeds(report, result);
-  std::cout << targetsMissed(results) << " targets missed; report: " << options.report << '\n';
+  std::cout << targetsMissed(results) << " targets missed; all tables: " << options.report << '\n';
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <initializer_list>
 
+#include "base/link_scan.h"
 #include "base/search.h"
 #include "base/url_scheme.h"
 #include "charset.h"
@@ -127,7 +128,7 @@ namespace {
 // A link with a "://" of its own, in front of any query.
 bool isAbsolute(std::string_view link) {
   const std::size_t mark = link.find("://");
-  return mark != kNone && link.front() != '/' && mark < link.find('?');
+  return mark != kNone && link.front() != '/' && link.substr(0, mark).find('?') == kNone;
 }
 
 // `dirPath` through its `count`-th "/".
@@ -163,7 +164,6 @@ RWCString resolveLink(const urlBase& base, RWCString& url) {
   if (link == kHere) return joined({top, site, directory});
   if (link.starts_with(kParent)) return resolveAbove(base, link);
   if (link.front() == '#') return joined({top, site, directory, viewOf(base.fileName), link});
-  if (link == kHere) return joined({top, site, directory});
   if (link.starts_with(kHere)) url.remove(0, kHere.size());
   return joined({top, site, directory, viewOf(url)});
 }
@@ -211,9 +211,12 @@ RWCString resolveRelative(const urlBase& base, std::string_view link) {
     url.append(viewOf(base.host));
     if (!followsHost) url.append(viewOf(base.dirPath));
   }
-  appendLink(link, url);
-  if (!hasParents(url.text())) return stringOf(url.text());
+  const std::size_t linkStart = url.size();
+  url.append(link);
+  if (!needsFolding(url.text())) return stringOf(url.text());
 
+  url.shorten(linkStart);
+  appendLink(link, url);
   // Deliberately the host's first occurrence, be it inside the protocol.
   const std::size_t host = url.text().find(viewOf(base.host));
   ScratchText folded;
@@ -225,9 +228,15 @@ RWCString resolveRelative(const urlBase& base, std::string_view link) {
 
 void urlBase::calcUrl(const RWCString& in, RWCString& out, bool resolveEmpty, bool decodePercent) {
   if (!resolveEmpty && in.length() == 0) return;
-  parse();
+  if (!parsed) parse();
   ScratchText scratch;
-  std::string_view link = cleanUrl(viewOf(in), decodePercent, scratch);
+  std::string_view link = viewOf(in);
+  if (needsCleaning(link)) {
+    link = cleanUrl(link, decodePercent, scratch);
+  } else if (isAbsoluteHttp(link)) {
+    out = in;
+    return;
+  }
   RWCString made;  // what `link` is a view of once it was put together anew
   if (link.starts_with(kSlashes)) {
     made = joined({viewOf(protocol), link});

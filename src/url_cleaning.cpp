@@ -94,7 +94,7 @@ class Cleaner {
 }  // namespace
 
 std::string_view cleanUrl(std::string_view url, bool decodePercent, ScratchText& scratch) {
-  if (!scanLink(url).needsCleaning) return url;
+  if (!needsCleaning(url)) return url;
   url = trimmed(url);
   const char* end = url.data() + url.size();
   const char* first = decodePercent ? findFirstOf(url.data(), end, kToClean)

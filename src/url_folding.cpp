@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "base/link_scan.h"
-
 namespace pagescan {
 namespace {
 
@@ -19,15 +17,7 @@ void dropLastSegment(ScratchText& built) {
 
 }  // namespace
 
-bool hasParents(std::string_view url) {
-  return scanLink(url).needsFolding && url.find(kParent) != std::string_view::npos;
-}
-
 void appendLink(std::string_view link, ScratchText& result) {
-  if (!scanLink(link).needsFolding) {
-    result.append(link);
-    return;
-  }
   while (!link.empty()) {
     const char byte = link.front();
     link.remove_prefix(1);

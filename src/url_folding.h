@@ -18,9 +18,6 @@ void appendLink(std::string_view link, ScratchText& result);
 // text as it stands at each step. Without a "/" in front, everything before goes.
 void foldParents(std::string_view url, std::size_t from, ScratchText& result);
 
-// Whether there is a "../" to fold.
-bool hasParents(std::string_view url);
-
 }  // namespace pagescan
 
 #endif

@@ -6,7 +6,6 @@
 #include "base/attribute_scan.h"
 #include "base/byte_class.h"
 #include "base/forward_search.h"
-#include "base/region_finder.h"
 #include "base/search.h"
 #include "base/url_scheme.h"
 #include "text_view.h"
@@ -55,7 +54,7 @@ bool htmlGetStringValue(RWCString& text, RWCString& value, unsigned long start,
                         unsigned long& valueStart, unsigned long& furthest, unsigned long end) {
   end = boundedBy(text, end);
   if (start + 1 >= end) return false;
-  const ScannedValue scanned = scanValue(text.data() + start + 1, text.data() + end);
+  const ScannedValue scanned = scanValue(text.data() + (start + 1), text.data() + end);
   if (scanned.kind == ScannedValue::missing) return false;
   valueStart = offsetIn(text, scanned.begin);
   const unsigned long stop = offsetIn(text, scanned.end);
@@ -135,10 +134,32 @@ class Overwriter {
   char* bytes_ = nullptr;
 };
 
+// A region from the first byte of its opening delimiter to the first one of its closing delimiter.
+struct Region {
+  std::size_t start;
+  std::size_t close;
+};
+
+// The first `close` at or after `pos` and the first `open` there; false when there is no `close`,
+// or when no `open` begins before it.
+bool findRegion(const RWCString& text, const CaselessText& open, const CaselessText& close,
+                std::size_t pos, Region& region) {
+  const char* from = text.data() + pos;
+  const char* end = endOf(text);
+  const char* closeAt = findIgnoringCase(from, end, close);
+  if (closeAt == end) return false;
+  const auto left = static_cast<std::size_t>(end - closeAt);
+  const char* limit = open.size() < left ? closeAt + open.size() : end;
+  const char* start = findIgnoringCase(from, limit, open);
+  if (start >= closeAt) return false;
+  region = {offsetIn(text, start), offsetIn(text, closeAt)};
+  return true;
+}
+
 constexpr std::string_view kParagraph = "<p>";
 constexpr std::string_view kParagraphEnd = "</p>";
-constexpr std::string_view kScript = "<SCRIPT";
-constexpr std::string_view kScriptEnd = "</SCRIPT>";
+constexpr CaselessText kScript = "<SCRIPT";
+constexpr CaselessText kScriptEnd = "</SCRIPT>";
 
 struct Script {
   Region region;
@@ -147,23 +168,13 @@ struct Script {
   bool isEndless() const { return tagEnd >= region.close; }
 };
 
-// Goes from script element to script element.
-class ScriptWalk {
- public:
-  explicit ScriptWalk(const RWCString& text) : text_(text), regions_(kScript, kScriptEnd) {}
-
-  bool next(Script& script) {
-    if (!regions_.find(viewOf(text_), pos_, script.region)) return false;
-    script.tagEnd = text_.index('>', script.region.start + 1);
-    pos_ = script.region.close + kScriptEnd.size();
-    return true;
-  }
-
- private:
-  const RWCString& text_;
-  RegionFinder regions_;
-  std::size_t pos_ = 0;
-};
+// The next script element at or after `pos`; `pos` moves behind it.
+bool findScript(const RWCString& text, std::size_t& pos, Script& script) {
+  if (!findRegion(text, kScript, kScriptEnd, pos, script.region)) return false;
+  script.tagEnd = text.index('>', script.region.start + 1);
+  pos = script.region.close + kScriptEnd.size();
+  return true;
+}
 
 // A loop that no compiler may take out.
 [[noreturn]] void neverReturn() {
@@ -176,9 +187,11 @@ class ScriptWalk {
 
 void tqOverwriteTagWithBlanks(RWCString& text, RWCString open, RWCString close) {
   Overwriter overwriter(text);
-  const RegionFinder regions(viewOf(open), viewOf(close));
+  const CaselessText opening = viewOf(open);
+  const CaselessText closing = viewOf(close);
   Region region{};
-  for (std::size_t pos = 0; pos < text.length() && regions.find(viewOf(text), pos, region);) {
+  for (std::size_t pos = 0;
+       pos < text.length() && findRegion(text, opening, closing, pos, region);) {
     pos = region.close + close.length();
     const std::size_t span = pos - region.start;
     if (span < kParagraph.size() + kParagraphEnd.size()) continue;
@@ -190,8 +203,8 @@ void tqOverwriteTagWithBlanks(RWCString& text, RWCString open, RWCString close) 
 
 void tqOverwriteScriptWithBlanks(RWCString& text) {
   Overwriter overwriter(text);
-  ScriptWalk scripts(text);
-  for (Script script{}; scripts.next(script);) {
+  Script script{};
+  for (std::size_t pos = 0; findScript(text, pos, script);) {
     if (script.isEndless()) neverReturn();
     const std::size_t count = script.region.close - script.tagEnd - 1;
     if (count > 0) overwriter.fill(script.tagEnd + 1, count, ' ');
@@ -199,8 +212,8 @@ void tqOverwriteScriptWithBlanks(RWCString& text) {
 }
 
 std::size_t tqFindEndlessScript(const RWCString& text) {
-  ScriptWalk scripts(text);
-  for (Script script{}; scripts.next(script);) {
+  Script script{};
+  for (std::size_t pos = 0; findScript(text, pos, script);) {
     if (script.isEndless()) return script.region.start;
   }
   return RWCString::npos;

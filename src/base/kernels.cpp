@@ -6,20 +6,50 @@ namespace pagescan {
 
 constinit const Kernels* activeKernels = &kSse2Kernels;
 
-bool useKernels(KernelLevel level) {
-  if (level == KernelLevel::baseline) {
-    activeKernels = &kSse2Kernels;
-    return true;
-  }
+namespace {
+
+Kernels withSearches(const SearchKernels& searches) {
+  Kernels kernels = kAvx2Kernels;
+  kernels.findText = searches.findText;
+  kernels.findTag = searches.findTag;
+  return kernels;
+}
+
+bool hasAvx2() {
+  return __builtin_cpu_supports("avx2") && __builtin_cpu_supports("bmi");
+}
+
+bool hasAvx512() {
+  return hasAvx2() && __builtin_cpu_supports("avx512bw");
+}
+
+// The kernels of a level that this machine has, or null.
+const Kernels* kernelsOf(KernelLevel level) {
+  static const Kernels avx512 = withSearches(kAvx512Searches);
   __builtin_cpu_init();
-  if (!__builtin_cpu_supports("avx2") || !__builtin_cpu_supports("bmi")) return false;
-  activeKernels = &kAvx2Kernels;
-  return true;
+  switch (level) {
+    case KernelLevel::baseline:
+      return &kSse2Kernels;
+    case KernelLevel::avx2:
+      return hasAvx2() ? &kAvx2Kernels : nullptr;
+    case KernelLevel::avx512:
+      return hasAvx512() ? &avx512 : nullptr;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+bool useKernels(KernelLevel level) {
+  const Kernels* kernels = kernelsOf(level);
+  if (kernels) activeKernels = kernels;
+  return kernels != nullptr;
 }
 
 namespace {
 
-[[maybe_unused]] const bool chosenAtLoad = useKernels(KernelLevel::avx2);
+[[maybe_unused]] const bool chosenAtLoad =
+    useKernels(KernelLevel::avx512) || useKernels(KernelLevel::avx2);
 
 }  // namespace
 }  // namespace pagescan

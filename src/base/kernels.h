@@ -1,8 +1,9 @@
 // The inner loops that pay for wide vectors, and the one place that chooses between their versions.
 //
 // Every kernel is written once, over a vector type (kernels_impl.h), and compiled for the baseline
-// (SSE2, which every x86-64 machine has) and for AVX2. The choice is made when the library is
-// loaded; before that the baseline serves. Ranges are [begin, end); nothing outside is read.
+// (SSE2, which every x86-64 machine has) and for AVX2; the searches for AVX-512, too. The choice is
+// made when the library is loaded; before that the baseline serves. Ranges are [begin, end);
+// nothing outside is read.
 #ifndef PAGESCAN_BASE_KERNELS_H
 #define PAGESCAN_BASE_KERNELS_H
 
@@ -115,7 +116,7 @@ inline const Kernels& kernels() {
   return *activeKernels;
 }
 
-enum class KernelLevel { baseline, avx2 };
+enum class KernelLevel { baseline, avx2, avx512 };
 
 // Makes `level` the active one and returns true, or false on a machine without it. Not for use
 // while other threads are in the library: it is the switch for tests and benchmarks.

@@ -9,6 +9,7 @@
 //   minus(a, b)                bytewise difference
 //   sum(v)                     of all bytes, unsigned
 //   mask(v)                    the top bit of each byte
+// Where comparisons yield something else than vectors, the searches take that.
 // Included by one source for each vector type, never elsewhere.
 #ifndef PAGESCAN_BASE_KERNELS_IMPL_H
 #define PAGESCAN_BASE_KERNELS_IMPL_H
@@ -48,7 +49,7 @@ class NeedleFilter {
         secondFold_(Vector::fill(needle.second.fold)),
         distance_(needle.distance) {}
 
-  typename Vector::Type at(const char* at) const {
+  auto at(const char* at) const {
     const auto near = Vector::load(at);
     const auto far = Vector::load(at + distance_);
     return Vector::both(

@@ -9,6 +9,14 @@ namespace pagescan {
 extern const Kernels kSse2Kernels;
 extern const Kernels kAvx2Kernels;
 
+// The kernels that gain from vectors wider still.
+struct SearchKernels {
+  decltype(Kernels::findText) findText;
+  decltype(Kernels::findTag) findTag;
+};
+
+extern const SearchKernels kAvx512Searches;
+
 }  // namespace pagescan
 
 #endif

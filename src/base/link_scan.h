@@ -6,13 +6,16 @@
 
 namespace pagescan {
 
-struct LinkTraits {
-  bool needsCleaning;  // a blank, a control byte or a "%"
-  bool needsFolding;   // a backslash or a "./"
-};
+// All are linear; links are too short for vectors wider than the baseline's.
 
-// Linear; links are too short for vectors wider than the baseline's.
-LinkTraits scanLink(std::string_view link);
+// Whether a link holds a blank, a control byte or a "%".
+bool needsCleaning(std::string_view link);
+
+// Whether a link holds a backslash or a "./".
+bool needsFolding(std::string_view link);
+
+// Whether a link without control bytes begins with "http://" or "https://".
+bool isAbsoluteHttp(std::string_view link);
 
 }  // namespace pagescan
 

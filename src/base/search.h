@@ -79,7 +79,7 @@ class SearchedText {
 
  private:
   // What pages are full of, the most frequent byte first; all others are rare.
-  static constexpr std::string_view kFrequent = " etaionsrlc\"d/=<>-phumfgb.0w1y2v:_;3";
+  static constexpr std::string_view kFrequent = " etaionsrlc\"d/=<-phum>fgb.0w1y2v:_;3";
 
   static constexpr std::size_t frequencyRank(char c) {
     const std::size_t rank = kFrequent.find(toLower(c));

@@ -1,5 +1,18 @@
 #include "rw/rwcollectables.h"
 
+#include <typeinfo>
+
+namespace {
+
+// The object as a T, or null. Most are just that, which is found out sooner than by a cast alone.
+template <class T>
+const T* as(const RWCollectable* object) {
+  if (object && typeid(*object) == typeid(T)) return static_cast<const T*>(object);
+  return dynamic_cast<const T*>(object);
+}
+
+}  // namespace
+
 RWCollectable* RWCollectableString::newSpecies() const {
   return new RWCollectableString;
 }
@@ -9,7 +22,7 @@ RWCollectable* RWCollectableString::copy() const {
 RWCollectableString::~RWCollectableString() = default;
 
 int RWCollectableString::compareTo(const RWCollectable* other) const {
-  const auto* text = dynamic_cast<const RWCollectableString*>(other);
+  const auto* text = as<RWCollectableString>(other);
   return text ? RWCString::compareTo(*text) : RWCollectable::compareTo(other);
 }
 
@@ -18,7 +31,7 @@ unsigned RWCollectableString::hash() const {
 }
 
 bool RWCollectableString::isEqual(const RWCollectable* other) const {
-  const auto* text = dynamic_cast<const RWCollectableString*>(other);
+  const auto* text = as<RWCollectableString>(other);
   return text && static_cast<const RWCString&>(*this) == static_cast<const RWCString&>(*text);
 }
 
@@ -31,7 +44,7 @@ RWCollectable* RWCollectableInt::copy() const {
 RWCollectableInt::~RWCollectableInt() = default;
 
 int RWCollectableInt::compareTo(const RWCollectable* other) const {
-  const auto* number = dynamic_cast<const RWCollectableInt*>(other);
+  const auto* number = as<RWCollectableInt>(other);
   if (!number) return RWCollectable::compareTo(other);
   return (value_ > number->value_) - (value_ < number->value_);
 }
@@ -41,6 +54,6 @@ unsigned RWCollectableInt::hash() const {
 }
 
 bool RWCollectableInt::isEqual(const RWCollectable* other) const {
-  const auto* number = dynamic_cast<const RWCollectableInt*>(other);
+  const auto* number = as<RWCollectableInt>(other);
   return number && number->value_ == value_;
 }
