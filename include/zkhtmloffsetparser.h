@@ -33,7 +33,8 @@ class PAGESCAN_EXPORT CHTMLOffsetParser {
   // Destroys every record; does not touch the sink.
   virtual ~CHTMLOffsetParser();
 
-  // The sink that is shown each record at once; null for none. Not owned.
+  // The sink that is shown each record at once; null for none. Not owned. A sink that takes a step
+  // of the pass moves it on; one that has the parser read another text ends it.
   void SetDietVirtualQueue(CZKHtmlDietVirtualQueue* queue);
   CZKHtmlDietVirtualQueue* GetDietVirtualQueue();
 

@@ -57,15 +57,14 @@ class CHTMLOffsetParser::RecordMaker {
 
 // --- The pass over a page ---------------------------------------------------------------------
 
-// Goes through the blanked page on raw bytes. The sink may use the parser meanwhile: the pass holds
-// the page and goes on from where the parser's position was left.
+// Goes through the blanked page on raw bytes. The sink may use the parser meanwhile: the pass goes
+// on from where the parser's position was left, and ends when the page is no longer the same.
 class CHTMLOffsetParser::HtmlPass {
  public:
   explicit HtmlPass(CHTMLOffsetParser& parser)
       : parser_(parser),
-        page_(parser.html),
-        begin_(page_.data()),
-        end_(endOf(page_)),
+        begin_(parser.html.data()),
+        end_(endOf(parser.html)),
         attributes_(begin_, end_) {}
 
   void run() {
@@ -100,10 +99,9 @@ class CHTMLOffsetParser::HtmlPass {
     return nextAt();
   }
 
-  // A sink that let the parser read another text leaves nothing to do here: that text was read to
-  // its end, and where it is of this page's length, so is the position.
   const char* nextAt() const {
-    return parser_.html.length() == page_.length() ? begin_ + parser_.position : end_;
+    const bool isSamePage = parser_.html.data() == begin_ && endOf(parser_.html) == end_;
+    return isSamePage ? begin_ + parser_.position : end_;
   }
 
   void queueRecord(const TagOfInterest& tag, const FoundAttributes& found) {
@@ -131,7 +129,6 @@ class CHTMLOffsetParser::HtmlPass {
   }
 
   CHTMLOffsetParser& parser_;
-  const RWCString page_;
   const char* begin_;
   const char* end_;
   TagAttributeReader attributes_;
@@ -179,7 +176,6 @@ void CHTMLOffsetParser::ParseCSS(const RWCString& css) {
 
 void CHTMLOffsetParser::InsertObjectToQueue(CZKHTMLDietTransactionsObject* record) {
   if (!record) return;
-  records.makeRoom();  // the sink is shown no record that could not be kept
   if (dietQueue) dietQueue->insert(record);
   records.insert(record);
 }

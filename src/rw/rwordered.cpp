@@ -26,7 +26,7 @@ void RWOrdered::grow() {
 }
 
 RWCollectable* RWOrdered::insert(RWCollectable* element) {
-  makeRoom();
+  if (entries_ == capacity_) grow();
   items_[entries_++] = element;
   return element;
 }
