@@ -16,7 +16,7 @@ namespace {
 constexpr char kFirstLead = -64;
 constexpr char kFirstAscii = 0;
 
-void countUtf8Pair(char previous, char current, PairCount& pairs) {
+inline void countUtf8Pair(char previous, char current, PairCount& pairs) {
   const bool isContinuation = current < kFirstLead;
   if (previous >= kFirstAscii) {
     pairs.bad += isContinuation ? 1 : 0;
