@@ -137,13 +137,12 @@ void writeRecords(std::ostream& out, const RecordCost& cost) {
 }  // namespace
 
 void writeAllocations(std::ostream& out, const Input& input) {
-  out << "## Allocations\n\nOver " << workOver(input.pages, "page").description
-      << ". The peak is that of the worst page, as a multiple of its size.\n\n";
+  out << "### Allocations\n\nOver " << workOver(input.pages, "page").description << ".\n\n";
   Cost parserCost;
   RecordCost recordCost;
   for (const RWCString& page : input.pages) addParser(page, parserCost, recordCost);
   Table table({"finding the links of a page", "blocks per page", "KB per page",
-               "bytes per byte of page", "peak"});
+               "bytes per byte of page", "highest peak / page"});
   addRow(table, kLibrary, parserCost);
   for (const Peer& peer : peers()) {
     if (peer.parsePage != nullptr) addRow(table, peer.name, costOf(peer, input.pages));

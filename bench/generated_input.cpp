@@ -161,9 +161,9 @@ class PageWriter {
     std::size_t percent;  // of the bytes
     void (PageWriter::*write)();
   };
-  static constexpr std::array<Kind, 5> kKinds = {{{61, &PageWriter::writeText},
+  static constexpr std::array<Kind, 5> kKinds = {{{64, &PageWriter::writeText},
                                                   {23, &PageWriter::writeScript},
-                                                  {7, &PageWriter::writeTag},
+                                                  {4, &PageWriter::writeTag},
                                                   {7, &PageWriter::writeStyle},
                                                   {2, &PageWriter::writeComment}}};
 
@@ -208,7 +208,7 @@ Input generatedInput() {
   constexpr std::size_t kSheets = 10;
   constexpr std::array<std::size_t, 5> kKilobytes = {12, 40, 85, 130, 400};
   Input input;
-  input.name = "generated pages";
+  input.name = "generated";
   for (std::size_t number = 0; number < kPages; ++number) {
     PageLinks& links = input.links.emplace_back(PageLinks{kBase, {}});
     PageWriter writer(number, links.links);

@@ -6,7 +6,6 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
-#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -292,11 +291,6 @@ struct Samples {
 
 using Seconds = std::array<double, kSizes.size()>;
 
-struct Growth {
-  double slope;         // of the logarithms of time and size
-  double secondsAtEnd;  // for the largest text
-};
-
 double slopeOf(const Seconds& seconds) {
   double sumX = 0, sumY = 0, sumXX = 0, sumXY = 0;
   for (std::size_t i = 0; i < kSizes.size(); ++i) {
@@ -335,83 +329,71 @@ void takeBest(const NamedOperation& operation, const Samples& samples, int round
 }
 
 // A slope that looks too steep is measured more thoroughly.
-Growth growthOf(const NamedOperation& operation, const Samples& samples) {
+Growth growthOf(const NamedOperation& operation, const Shape& shape, const Samples& samples) {
   Seconds seconds;
   seconds.fill(std::numeric_limits<double>::max());
   takeBest(operation, samples, 5, seconds);
   if (slopeOf(seconds) > kSteepest) takeBest(operation, samples, 25, seconds);
-  return {slopeOf(seconds), seconds.back()};
+  return {shape.name, slopeOf(seconds), static_cast<double>(kSizes.back()) / seconds.back()};
 }
 
-using ShapeGrowth = std::pair<const Shape*, Growth>;
-
-// The growth of one operation, shape by shape.
-struct Row {
-  std::string operation;
-  std::vector<ShapeGrowth> growths;
-};
-
-const ShapeGrowth& steepest(const Row& row) {
-  return *std::max_element(
-      row.growths.begin(), row.growths.end(),
-      [](const ShapeGrowth& a, const ShapeGrowth& b) { return a.second.slope < b.second.slope; });
+const Growth& steepest(const OperationGrowth& operation) {
+  return *std::max_element(operation.growths.begin(), operation.growths.end(),
+                           [](const Growth& a, const Growth& b) { return a.slope < b.slope; });
 }
 
-const ShapeGrowth& slowest(const Row& row) {
-  return *std::max_element(row.growths.begin(), row.growths.end(),
-                           [](const ShapeGrowth& a, const ShapeGrowth& b) {
-                             return a.second.secondsAtEnd < b.second.secondsAtEnd;
-                           });
+const Growth& slowest(const OperationGrowth& operation) {
+  return *std::min_element(operation.growths.begin(), operation.growths.end(),
+                           [](const Growth& a, const Growth& b) { return a.speed < b.speed; });
 }
 
-void writeWorst(std::ostream& out, const std::vector<Row>& rows) {
-  Table table({"operation", "steepest slope", "on", "slowest, MB/s", "on"});
-  for (const Row& row : rows) {
-    const auto& [steepShape, steep] = steepest(row);
-    const auto& [slowShape, slow] = slowest(row);
-    const double speed = static_cast<double>(kSizes.back()) / slow.secondsAtEnd / 1e6;
-    table.addRow({code(row.operation),
-                  shortNumber(steep.slope) + (steep.slope > kSteepest ? " **above 1.1**" : ""),
-                  code(steepShape->name), shortNumber(speed), code(slowShape->name)});
-  }
-  out << table;
-}
-
-void writeAll(std::ostream& out, const std::vector<Row>& rows) {
-  std::vector<std::string> header = {"slopes"};
-  for (const Shape& shape : kShapes) header.push_back(code(shape.name));
-  Table table(std::move(header));
-  for (const Row& row : rows) {
-    std::vector<std::string> cells = {code(row.operation)};
-    std::map<const Shape*, double> slopes;
-    for (const auto& [shape, growth] : row.growths) slopes[shape] = growth.slope;
-    for (const Shape& shape : kShapes) {
-      const auto slope = slopes.find(&shape);
-      cells.push_back(slope == slopes.end() ? "" : shortNumber(slope->second));
-    }
-    table.addRow(std::move(cells));
-  }
-  out << table;
+// Empty for a shape that the operation was not run on.
+std::string slopeOn(const Shape& shape, const OperationGrowth& operation) {
+  const auto growth = std::find_if(operation.growths.begin(), operation.growths.end(),
+                                   [&](const Growth& each) { return each.shape == shape.name; });
+  return growth == operation.growths.end() ? "" : shortNumber(growth->slope);
 }
 
 }  // namespace
 
-void writeGrowth(std::ostream& out) {
+std::vector<OperationGrowth> measureGrowth() {
   keepFreedMemory();
-  std::vector<Row> rows;
-  for (const NamedOperation& operation : kOperations) rows.push_back({operation.name, {}});
+  std::vector<OperationGrowth> result;
+  for (const NamedOperation& operation : kOperations) result.push_back({operation.name, {}});
   for (const Shape& shape : kShapes) {
     const Samples samples(shape);
-    for (std::size_t i = 0; i < rows.size(); ++i) {
+    for (std::size_t i = 0; i < result.size(); ++i) {
       if (kOperations[i].blanksScripts && samples.isEndless) continue;
-      rows[i].growths.emplace_back(&shape, growthOf(kOperations[i], samples));
+      result[i].growths.push_back(growthOf(kOperations[i], shape, samples));
     }
   }
-  out << "## Growth\n\nThe slope of the logarithms of time and size from 16 KiB to 4 MiB: 1 is a "
-         "time in proportion to the text, 0 one that does not depend on it; at most 1.1 is wanted. "
-         "The first row is plain copying: what it shows above 1 is the caches'.\n\n";
-  writeWorst(out, rows);
-  writeAll(out, rows);
+  return result;
+}
+
+void writeGrowth(std::ostream& out, const std::vector<OperationGrowth>& operations) {
+  out << "### Growth\n\n";
+  Table table({"operation", "steepest slope", "on", "slowest, MB/s", "on"});
+  for (const OperationGrowth& operation : operations) {
+    const Growth& steep = steepest(operation);
+    const Growth& slow = slowest(operation);
+    table.addRow({code(operation.operation),
+                  shortNumber(steep.slope) + (steep.slope > kSteepest ? " **above 1.1**" : ""),
+                  code(steep.shape), shortNumber(slow.speed / 1e6), code(slow.shape)});
+  }
+  out << table;
+}
+
+void writeSlopes(std::ostream& out, const std::vector<OperationGrowth>& operations) {
+  out << "### Slopes\n\n";
+  std::vector<std::string> header = {""};
+  for (const Shape& shape : kShapes) header.push_back(code(shape.name));
+  Table table(std::move(header));
+  for (const OperationGrowth& operation : operations) {
+    std::vector<std::string> cells = {code(operation.operation)};
+    for (const Shape& shape : kShapes) cells.push_back(slopeOn(shape, operation));
+    table.addRow(std::move(cells));
+  }
+  out << table;
 }
 
 }  // namespace pagescan::bench

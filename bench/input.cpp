@@ -1,7 +1,6 @@
 #include "input.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <fstream>
 #include <iterator>
 #include <map>
@@ -143,7 +142,7 @@ std::vector<PageLinks> readLinks(const fs::path& folder) {
 Input readInput(const fs::path& folder) {
   const bool hasParts = fs::is_directory(folder / "pages");
   Input input;
-  input.name = fs::weakly_canonical(folder).filename().string();
+  input.name = "real";
   for (NamedText& page : readPages(hasParts ? folder / "pages" : folder)) {
     input.pages.push_back(std::move(page.text));
   }
@@ -175,9 +174,8 @@ std::size_t bytesOf(const Texts& texts) {
 
 Work workOver(const Texts& texts, const std::string& item) {
   const std::size_t bytes = bytesOf(texts);
-  char size[32];
-  std::snprintf(size, sizeof size, "%.2f MB", static_cast<double>(bytes) / 1e6);
-  return {std::to_string(texts.size()) + " " + item + "s, " + size, item, texts.size(), bytes};
+  return {std::to_string(texts.size()) + " " + item + "s, " + std::to_string(bytes / 1000) + " KB",
+          item, texts.size(), bytes};
 }
 
 }  // namespace pagescan::bench

@@ -21,8 +21,8 @@ struct PageLinks {
 };
 
 struct Input {
-  std::string name;
-  Texts pages;  // each ends before its first NUL byte; blanking the scripts of each returns
+  std::string name;  // what kind of pages these are
+  Texts pages;       // each ends before its first NUL byte; blanking the scripts of each returns
   Texts sheets;
   std::vector<PageLinks> links;
   Texts queries;  // of the links

@@ -50,17 +50,26 @@ bool isWanted(const std::string& name, const Options& options) {
 std::vector<Result> runJobs(const Jobs& jobs, const Options& options) {
   std::vector<Result> results;
   for (const Job& job : jobs) {
-    if (!isWanted(job.id(), options)) continue;
+    if (!isWanted(job.id(), options) || job.work().items == 0) continue;
     std::cerr << job.id() << '\n';
     results.push_back({&job, measure(job, options.rounds)});
   }
   return results;
 }
 
+std::string processor() {
+  std::ifstream info("/proc/cpuinfo");
+  for (std::string line; std::getline(info, line);) {
+    if (line.find("model name") == 0) return line.substr(line.find(':') + 2);
+  }
+  return "unknown processor";
+}
+
 void writeReport(std::ostream& out, const Input& input, const std::vector<Result>& results,
                  const Options& options) {
-  out << "# Measurements\n\nInput: " << input.name << "; compiler: " << PAGESCAN_COMPILER
-      << "; rounds: " << options.rounds.count << ".\n\n## Ratios\n\n";
+  out << "## Measured\n\n"
+      << workOver(input.pages, input.name + " page").description << "; " << processor() << "; "
+      << PAGESCAN_COMPILER << "; " << options.rounds.count << " rounds.\n\n### Ratios\n\n";
   writeRatios(out, results);
   std::vector<OperationGrowth> growth;
   if (isWanted("growth", options)) {
@@ -70,7 +79,7 @@ void writeReport(std::ostream& out, const Input& input, const std::vector<Result
   }
   if (isWanted("allocations", options)) writeAllocations(out, input);
   if (isWanted("threads", options)) writeThreads(out, input, options.rounds);
-  out << "## Speeds\n\n";
+  out << "### Speeds\n\n";
   for (const Result& result : results) writeSpeeds(out, result);
   if (!growth.empty()) writeSlopes(out, growth);
 }

@@ -3,14 +3,32 @@
 #define PAGESCAN_BENCH_SECTIONS_H
 
 #include <ostream>
+#include <string>
+#include <vector>
 
 #include "input.h"
 #include "measure.h"
 
 namespace pagescan::bench {
 
-// How the time of every operation grows with its text, on shapes that strangers might send.
-void writeGrowth(std::ostream& out);
+// How the time of an operation grows with its text, on one shape.
+struct Growth {
+  std::string shape;
+  double slope;  // of the logarithms of time and size
+  double speed;  // bytes in a second, on the largest text
+};
+
+struct OperationGrowth {
+  std::string operation;
+  std::vector<Growth> growths;
+};
+
+// Every operation on shapes that strangers might send.
+std::vector<OperationGrowth> measureGrowth();
+
+// The steepest slope and the lowest speed of each operation; every slope.
+void writeGrowth(std::ostream& out, const std::vector<OperationGrowth>& operations);
+void writeSlopes(std::ostream& out, const std::vector<OperationGrowth>& operations);
 
 // What a page costs of the heap.
 void writeAllocations(std::ostream& out, const Input& input);

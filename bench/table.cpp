@@ -115,7 +115,7 @@ void writeRatios(std::ostream& out, const std::vector<Result>& results) {
 
 void writeSpeeds(std::ostream& out, const Result& result) {
   const Job& job = *result.job;
-  out << "### " << job.title() << "\n\n" << job.work().description << ".\n\n";
+  out << "#### " << job.title() << "\n\n" << job.work().description << ".\n\n";
   Table table({"", "MB/s", "ns per " + job.work().item, "ratio"});
   for (const Contender& contender : job.contenders()) {
     const double seconds = median(result.timings.at(contender.name));

@@ -31,10 +31,8 @@ void writeThreads(std::ostream& out, const Input& input, const Rounds& rounds) {
   const auto parse = [&input](benchmark::State& state) { parsePages(state, input.pages); };
   const double bytes = static_cast<double>(bytesOf(input.pages));
   const std::vector<ThreadTimes> times = measureThreads(parse, {1, 2}, rounds);
-  out << "## Threads\n\nMany parsers at once over " << workOver(input.pages, "page").description
-      << ", on a machine with " << std::thread::hardware_concurrency()
-      << " cores. The speed by the clock grows with the cores that are free; the processor's time "
-         "for a byte shows that threads do not hinder each other.\n\n";
+  out << "### Threads\n\nOver " << workOver(input.pages, "page").description
+      << ", on a machine with " << std::thread::hardware_concurrency() << " cores.\n\n";
   Table table({"threads", "MB/s by the clock", "times one", "processor's ns per KB"});
   for (const ThreadTimes& run : times) {
     const double speed = bytes / run.clock / 1e6;
