@@ -347,6 +347,11 @@ const Growth& slowest(const OperationGrowth& operation) {
                            [](const Growth& a, const Growth& b) { return a.speed < b.speed; });
 }
 
+std::string speedOn(const Growth& growth) {
+  constexpr double kBeyondMemory = 1e12;
+  return growth.speed > kBeyondMemory ? "at once" : shortNumber(growth.speed / 1e6);
+}
+
 // Empty for a shape that the operation was not run on.
 std::string slopeOn(const Shape& shape, const OperationGrowth& operation) {
   const auto growth = std::find_if(operation.growths.begin(), operation.growths.end(),
@@ -378,7 +383,7 @@ void writeGrowth(std::ostream& out, const std::vector<OperationGrowth>& operatio
     const Growth& slow = slowest(operation);
     table.addRow({code(operation.operation),
                   shortNumber(steep.slope) + (steep.slope > kSteepest ? " **above 1.1**" : ""),
-                  code(steep.shape), shortNumber(slow.speed / 1e6), code(slow.shape)});
+                  code(steep.shape), speedOn(slow), code(slow.shape)});
   }
   out << table;
 }

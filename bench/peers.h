@@ -32,6 +32,15 @@ struct Peer {
   TextWork skipHandlers = nullptr;  // empties onload and its like
 };
 
+// Where the character of UTF-8 at `at` ends: conversions stop at one that has no place in the other
+// set, and go on behind it.
+inline std::size_t characterEnd(std::string_view text, std::size_t at) {
+  do {
+    ++at;
+  } while (at < text.size() && (text[at] & 0xC0) == 0x80);
+  return at;
+}
+
 // Those that are installed. A peer adds itself while the program is loaded.
 std::vector<Peer>& peers();
 

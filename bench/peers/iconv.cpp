@@ -16,20 +16,20 @@ struct Converter {
   iconv_t handle;
 };
 
+// A character without a place in the other set becomes "?".
 std::size_t run(const Converter& converter, std::string_view text) {
   static std::string buffer;
   if (buffer.size() < 3 * text.size()) buffer.resize(3 * text.size());
-  char* in = const_cast<char*>(text.data());
   char* out = buffer.data();
-  std::size_t inLeft = text.size();
   std::size_t outLeft = buffer.size();
-  // A character that has no place in the other set stops iconv; it goes on behind it, as "?".
-  while (iconv(converter.handle, &in, &inLeft, &out, &outLeft) == static_cast<std::size_t>(-1) &&
-         inLeft > 1) {
-    ++in;
-    --inLeft;
+  for (std::size_t at = 0; at < text.size();) {
+    char* in = const_cast<char*>(text.data() + at);
+    std::size_t inLeft = text.size() - at;
+    iconv(converter.handle, &in, &inLeft, &out, &outLeft);
+    if (inLeft == 0) break;
     *out++ = '?';
     --outLeft;
+    at = characterEnd(text, text.size() - inLeft);
   }
   return buffer.size() - outLeft;
 }

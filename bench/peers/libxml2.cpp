@@ -72,15 +72,24 @@ std::size_t checkUtf8(std::string_view text) {
 using Conversion = int (*)(unsigned char* out, int* outLength, const unsigned char* in,
                            int* inLength);
 
+// A character without a place in the other set becomes "?".
 template <Conversion convert>
 std::size_t converted(std::string_view text) {
   static std::string buffer;
   if (buffer.size() < 3 * text.size()) buffer.resize(3 * text.size());
-  int outLength = static_cast<int>(buffer.size());
-  int inLength = static_cast<int>(text.size());
-  convert(reinterpret_cast<unsigned char*>(buffer.data()), &outLength,
-          reinterpret_cast<const unsigned char*>(text.data()), &inLength);
-  return static_cast<std::size_t>(outLength);
+  const auto out = reinterpret_cast<unsigned char*>(buffer.data());
+  std::size_t written = 0;
+  for (std::size_t at = 0; at < text.size();) {
+    int outLength = static_cast<int>(buffer.size() - written);
+    int inLength = static_cast<int>(text.size() - at);
+    convert(out + written, &outLength, xmlText(text.data() + at), &inLength);
+    written += static_cast<std::size_t>(outLength);
+    at += static_cast<std::size_t>(inLength);
+    if (at == text.size()) break;
+    out[written++] = '?';
+    at = characterEnd(text, at);
+  }
+  return written;
 }
 
 const PeerRegistration kLibxml2({.name = "libxml2",
