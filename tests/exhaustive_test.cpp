@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "reference/comparison.h"
 #include "reference/zkhtmlparseutils.h"
+#include "support/comparison.h"
 #include "support/generated_texts.h"
 #include "support/placement.h"
 #include "zkhtmlparseutils.h"
@@ -29,7 +29,7 @@ std::string decimal(std::size_t number) {
 template <typename ArgsOf>
 void compareAll(const char* op, const Pieces& pieces, std::size_t quick, std::size_t deep,
                 const ArgsOf& argsOf) {
-  reference::Comparison compare(op);
+  Comparison compare(op);
   forEachText(pieces, inShortOrDeepRun(quick, deep),
               [&](const std::string& text) { compare(argsOf(text)); });
 }
@@ -41,7 +41,7 @@ Texts alone(const std::string& text) {
 // --- Scanning ---------------------------------------------------------------------------------
 
 void compareSkips(const char* op) {
-  reference::Comparison compare(op);
+  Comparison compare(op);
   forEachText({" ", "a", "<", ">", "\f"}, inShortOrDeepRun(5, 7), [&](const std::string& text) {
     for (std::size_t end = 0; end <= text.size() + 1; ++end) {
       for (std::size_t pos = 0; pos <= text.size() + 1; ++pos) {
@@ -65,7 +65,7 @@ TEST(Exhaustive, ReadingAValue) {
 }
 
 TEST(Exhaustive, TestingForAnElement) {
-  reference::Comparison compare("iselem");
+  Comparison compare("iselem");
   const Pieces pieces = {"a", "A", "b", ">", " ", "\0"sv, "~"};
   forEachText(pieces, inShortOrDeepRun(5, 6), [&](const std::string& text) {
     for (const char* const name : {"", "a", "ab", "a>"}) {
@@ -107,7 +107,7 @@ TEST(Exhaustive, BlankingComments) {
 }
 
 TEST(Exhaustive, BlankingWithSmallDelimiters) {
-  reference::Comparison compare("blanktag");
+  Comparison compare("blanktag");
   const Pieces delimiters = {"", "a", "b", "ab", "ba", "A"};
   forEachText({"a", "b", "B", "xyz"}, inShortOrDeepRun(6, 8), [&](const std::string& text) {
     for (const std::string_view open : delimiters) {
@@ -131,7 +131,7 @@ TEST(Exhaustive, FindingEndlessScripts) {
 }
 
 TEST(Exhaustive, RemovingASingleTag) {
-  reference::Comparison compare("remfirst");
+  Comparison compare("remfirst");
   forEachText({"<", "a", "A", ">", "\0"sv}, inShortOrDeepRun(6, 8), [&](const std::string& text) {
     for (const char* const tag : {"", "<a", "a>", ">", "<"}) compare({text, tag});
   });
@@ -186,7 +186,7 @@ TEST(Exhaustive, SplittingBases) {
 const Pieces kBases = {"http://w1/d/e/f?q", "https://t", "http://tp/", "", "ftp://h/x", "a/../b"};
 
 TEST(Exhaustive, ResolvingReferences) {
-  reference::Comparison compare("urlbase");
+  Comparison compare("urlbase");
   const Pieces pieces = {"../", "./", "/", ".", "a", "?", "#", "\\", ":"};
   forEachText(pieces, inShortOrDeepRun(5, 6), [&](const std::string& text) {
     Texts program;
@@ -199,7 +199,7 @@ TEST(Exhaustive, ResolvingReferences) {
 }
 
 TEST(Exhaustive, ResolvingSchemes) {
-  reference::Comparison compare("urlbase");
+  Comparison compare("urlbase");
   const Pieces pieces = {"http:", "file:", "clsid:", "tel:", "/", "\\", "../", "?", "x"};
   forEachText(pieces, inShortOrDeepRun(5, 6), [&](const std::string& text) {
     compare({"set", "http://w1/d/f", "calc4", text, "old", "0", "1", "calc1", text});
@@ -207,7 +207,7 @@ TEST(Exhaustive, ResolvingSchemes) {
 }
 
 TEST(Exhaustive, ResolvingLinks) {
-  reference::Comparison compare("urlbase");
+  Comparison compare("urlbase");
   const Pieces pieces = {"../", "./", "/", "a", "?", "#", "://", "&amp;", "%41"};
   forEachText(pieces, inShortOrDeepRun(5, 6), [&](const std::string& text) {
     Texts program;

@@ -11,8 +11,8 @@
 #include <string_view>
 #include <vector>
 
-#include "reference/comparison.h"
 #include "reference/zkhtmlparseutils.h"
+#include "support/comparison.h"
 #include "support/generated_texts.h"
 #include "support/placement.h"
 #include "zkhtmlparseutils.h"
@@ -317,7 +317,7 @@ class Random : public testing::TestWithParam<RandomCase> {};
 TEST_P(Random, TextsGiveWhatTheTwinGives) {
   const RandomCase& row = GetParam();
   RandomTexts random;
-  reference::Comparison compare(row.op);
+  Comparison compare(row.op);
   const std::size_t count = inShortOrDeepRun(row.quick, row.deep);
   for (std::size_t i = 0; i < count; ++i) compare(row.makeArgs(random));
 }
@@ -383,7 +383,7 @@ class SamplePage : public testing::TestWithParam<PageCase> {};
 TEST_P(SamplePage, GivesWhatTheTwinGivesForEveryPrefix) {
   const std::string page = samplePage();
   ASSERT_FALSE(page.empty());
-  reference::Comparison compare(GetParam().op);
+  Comparison compare(GetParam().op);
   for (std::size_t length = 0; length <= page.size(); ++length) {
     compare(GetParam().argsOf(page.substr(0, length)));
   }
@@ -392,7 +392,7 @@ TEST_P(SamplePage, GivesWhatTheTwinGivesForEveryPrefix) {
 TEST_P(SamplePage, GivesWhatTheTwinGivesWithRandomChanges) {
   const std::string page = samplePage();
   RandomTexts random;
-  reference::Comparison compare(GetParam().op);
+  Comparison compare(GetParam().op);
   const std::size_t count = inShortOrDeepRun(1000, 40000);
   for (std::size_t i = 0; i < count; ++i) {
     const std::size_t begin = random.number(page.size());

@@ -116,13 +116,22 @@ class RandomTexts {
   testing::ScopedTrace trace_;
 };
 
-// Calls check() once with each version of the kernels that this machine has.
+struct NamedKernelLevel {
+  KernelLevel level;
+  const char* name;
+};
+inline constexpr NamedKernelLevel kKernelLevels[] = {
+    {KernelLevel::baseline, "kernels: baseline"},
+    {KernelLevel::avx2, "kernels: AVX2"},
+    {KernelLevel::avx512, "kernels: AVX-512"},
+};
+
+// Calls check() once with each version of the kernels that this machine has; the last one stays.
 template <typename Check>
 void forEachKernelLevel(const Check& check) {
-  const KernelLevel levels[] = {KernelLevel::baseline, KernelLevel::avx2};
-  for (const KernelLevel level : levels) {
-    if (!useKernels(level)) continue;
-    const testing::ScopedTrace trace("", 0, level == KernelLevel::avx2 ? "AVX2" : "baseline");
+  for (const NamedKernelLevel& row : kKernelLevels) {
+    if (!useKernels(row.level)) continue;
+    const testing::ScopedTrace trace("", 0, row.name);
     check();
   }
 }
