@@ -110,7 +110,8 @@ class PAGESCAN_EXPORT RWCString {
   RWCString& append(const char* text) { return append(text, text ? std::strlen(text) : 0); }
   RWCString& append(const char* bytes, std::size_t length) {
     if (!hasRoomFor(length)) return appendAnew(bytes, length);
-    if (length > 0) std::memmove(data_ + length_, bytes, length);
+    // Bytes of its own end where the new ones begin: the two never overlap.
+    if (length > 0) std::memcpy(data_ + length_, bytes, length);
     setLength(length_ + length);
     return *this;
   }
