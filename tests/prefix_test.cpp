@@ -11,7 +11,7 @@
 
 #include "base/kernels.h"
 #include "pagescan.h"
-#include "reference/comparison.h"
+#include "support/comparison.h"
 #include "support/generated_texts.h"
 #include "support/placement.h"
 #include "support/run_program.h"
@@ -207,7 +207,7 @@ TEST(EveryPrefix, StaysInFrontOfAGuardPage) {
 // Compares the operation with its twin on every beginning of every page.
 void compareOnEveryPrefix(const char* op,
                           const std::function<Texts(const std::string& text)>& argsOf) {
-  reference::Comparison compare(op);
+  Comparison compare(op);
   for (const std::string& page : allPages()) {
     for (std::size_t length = 0; length <= page.size(); ++length) {
       compare(argsOf(page.substr(0, length)));
