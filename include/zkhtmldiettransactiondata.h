@@ -28,8 +28,7 @@ class PAGESCAN_EXPORT CZKHTMLDietTransactionsObject : public RWCollectable {
   // Takes `attribute` over, unless one of the same name (case-sensitive) is present: then it stays
   // the caller's, silently. A null pointer is ignored. A later change of an attribute's name does
   // not change the name under which it is found.
-  // Fails   std::bad_alloc: the attribute stays the caller's, and the record is only fit to be
-  //         destroyed.
+  // Fails   std::bad_alloc: the attribute stays the caller's and the record is as it was.
   void InsertAttributeObject(CZKHTMLDietAttributeObject* attribute);
 
   // The attribute inserted under exactly this name, or null.

@@ -41,10 +41,10 @@ void CZKHTMLDietTransactionsObject::InsertAttributeObject(CZKHTMLDietAttributeOb
     ownKey = std::make_unique<RWCollectableString>(attribute->attributeName);
     key = ownKey.get();
   }
-  if (attributeIndex.contains(key)) return;
-  attributeList.insert(attribute);
-  attributeIndex.insertKeyAndValue(key, attribute);
+  attributeList.makeRoom();  // so that nothing can fail between the two insertions
+  if (!attributeIndex.insertKeyAndValue(key, attribute)) return;
   ownKey.release();
+  attributeList.insert(attribute);
 }
 
 CZKHTMLDietAttributeObject* CZKHTMLDietTransactionsObject::GetAttributeObject(RWCString& name) {

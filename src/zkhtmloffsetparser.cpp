@@ -176,6 +176,7 @@ void CHTMLOffsetParser::ParseCSS(const RWCString& css) {
 
 void CHTMLOffsetParser::InsertObjectToQueue(CZKHTMLDietTransactionsObject* record) {
   if (!record) return;
+  records.makeRoom();  // the sink is shown no record that could not be kept
   if (dietQueue) dietQueue->insert(record);
   records.insert(record);
 }

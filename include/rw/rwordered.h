@@ -19,6 +19,11 @@ class PAGESCAN_EXPORT RWOrdered : public RWCollectable {
   // Appends, and returns the element. Amortised constant time.
   RWCollectable* insert(RWCollectable* element);
 
+  // Takes the memory for one more element now: the next insertion does not fail.
+  void makeRoom() {
+    if (entries_ == capacity_) grow();
+  }
+
   // The number of elements.
   std::size_t entries() const noexcept { return entries_; }
 

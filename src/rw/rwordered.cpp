@@ -26,7 +26,7 @@ void RWOrdered::grow() {
 }
 
 RWCollectable* RWOrdered::insert(RWCollectable* element) {
-  if (entries_ == capacity_) grow();
+  makeRoom();
   items_[entries_++] = element;
   return element;
 }
