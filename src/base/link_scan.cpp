@@ -2,6 +2,7 @@
 
 #include <emmintrin.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 
@@ -52,10 +53,8 @@ std::uint64_t loweredWord(const char* at) {
 
 bool needsCleaning(std::string_view link) {
   if (link.size() >= kWidth) return anyBlock<0>(link, toClean);
-  for (const char c : link) {
-    if (static_cast<unsigned char>(c) <= ' ' || c == '%') return true;
-  }
-  return false;
+  return std::any_of(link.begin(), link.end(),
+                     [](char c) { return static_cast<unsigned char>(c) <= ' ' || c == '%'; });
 }
 
 bool needsFolding(std::string_view link) {
