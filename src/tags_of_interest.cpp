@@ -34,16 +34,32 @@ constexpr auto kTagsByPair = [] {
 static_assert(std::count_if(kTagsByPair.begin(), kTagsByPair.end(),
                             [](std::uint8_t tag) { return tag != kNoTag; }) == kTags);
 
+// A letter behind the first one of a tag's name is of one of seven kinds. The eighth is for the
+// bytes that are skipped in front of names: anything may follow those.
+constexpr unsigned char kindOf(char second) {
+  return static_cast<unsigned char>(1U << letterCode(second) % 7);
+}
+constexpr unsigned char kAnything = 1U << 7U;
+
 constexpr TagFilter kOpenings = [] {
   TagFilter filter{};
+  const auto addLetter = [&](std::size_t place, char letter, unsigned char kind) {
+    for (const char c : {toUpper(letter), toLower(letter)}) filter.kinds[place][toByte(c)] |= kind;
+  };
+  const auto addAll = [&](std::size_t place, unsigned char kind) {
+    for (unsigned char& kinds : filter.kinds[place]) kinds |= kind;
+  };
   for (const TagOfInterest& tag : kTagsOfInterest) {
-    const std::uint32_t second = std::uint32_t{1} << letterCode(tag.name[1]);
-    filter.seconds[toByte(toUpper(tag.name[0]))] |= second;
-    filter.seconds[toByte(toLower(tag.name[0]))] |= second;
+    const unsigned char kind = kindOf(tag.name[1]);
+    addLetter(0, tag.name[0], kind);
+    addLetter(1, tag.name[1], kind);
+    tag.name.size() > 2 ? addLetter(2, tag.name[2], kind) : addAll(2, kind);
   }
-  for (std::size_t byte = 0; byte < filter.seconds.size(); ++byte) {
-    if (kTagNameEnds.contains(static_cast<char>(byte))) filter.seconds[byte] = ~std::uint32_t{0};
+  for (std::size_t byte = 0; byte < filter.kinds[0].size(); ++byte) {
+    if (kTagNameEnds.contains(static_cast<char>(byte))) filter.kinds[0][byte] |= kAnything;
   }
+  addAll(1, kAnything);
+  addAll(2, kAnything);
   return filter;
 }();
 
@@ -87,9 +103,9 @@ std::size_t findAttributeOfInterest(std::string_view name) {
 }
 
 const char* findTagOpening(const char* begin, const char* end) {
-  constexpr std::ptrdiff_t kShortestName = 2;
-  if (end - begin <= kShortestName) return end;
-  const char* last = end - kShortestName;
+  constexpr std::ptrdiff_t kShortestTag = 3;  // of a name and the byte that ends it
+  if (end - begin <= kShortestTag) return end;
+  const char* last = end - kShortestTag;
   const char* found = kernels().findTag(begin, last, kOpenings);
   return found == last ? end : found;
 }

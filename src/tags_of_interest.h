@@ -108,9 +108,9 @@ inline constexpr std::size_t kNoAttribute = kAttributes;
 // The id of the attribute of this name in whatever case, or kNoAttribute.
 std::size_t findAttributeOfInterest(std::string_view name);
 
-// The first place at or after `begin` at which "<" is followed by two bytes with which the name of
-// a tag of interest begins, or by a byte that is skipped in front of names; `end` when there is
-// none, or no room for a tag.
+// The first place at or after `begin` at which "<" is followed by bytes that may be the first three
+// of a tag of interest, or by a byte that is skipped in front of names; `end` when there is none,
+// or no room for a tag.
 const char* findTagOpening(const char* begin, const char* end);
 
 // The bytes that end a tag's name, and that are skipped in front of one. "~" is one of them

@@ -6,6 +6,7 @@
 
 #include "base/byte_class.h"
 #include "base/search.h"
+#include "blanking.h"
 #include "style_urls.h"
 #include "tag_attributes.h"
 #include "tags_of_interest.h"
@@ -156,8 +157,7 @@ CZKHtmlDietVirtualQueue* CHTMLOffsetParser::GetDietVirtualQueue() {
 void CHTMLOffsetParser::ParseHTML(const char* page, unsigned long) {
   position = 0;
   html = page;
-  tqOverwriteScriptWithBlanks(html);
-  tqOverwriteTagWithBlanks(html, "<!--", "-->");
+  blankScriptsAndComments(html);
   HtmlPass(*this).run();
   position = html.length();
 }

@@ -1,13 +1,13 @@
 #include "zkhtmlparseutils.h"
 
 #include <cassert>
-#include <cstring>
 
 #include "base/attribute_scan.h"
 #include "base/byte_class.h"
 #include "base/forward_search.h"
 #include "base/search.h"
 #include "base/url_scheme.h"
+#include "blanking.h"
 #include "text_view.h"
 #include "url_cleaning.h"
 
@@ -110,113 +110,16 @@ void htmlFindNextAttribute_(RWCString& text, RWCString& name, RWCString& value, 
 
 // --- Blanking ---------------------------------------------------------------------------------
 
-namespace {
-
-// Overwrites bytes of a text in place; the text is unshared before the first of them changes.
-class Overwriter {
- public:
-  explicit Overwriter(RWCString& text) : text_(text) {}
-
-  void fill(std::size_t at, std::size_t count, char byte) {
-    std::memset(bytes() + at, toByte(byte), count);
-  }
-  void put(std::size_t at, std::string_view bytesPut) {
-    std::memcpy(bytes() + at, bytesPut.data(), bytesPut.size());
-  }
-
- private:
-  char* bytes() {
-    if (!bytes_) bytes_ = &text_(0);
-    return bytes_;
-  }
-
-  RWCString& text_;
-  char* bytes_ = nullptr;
-};
-
-// A region from the first byte of its opening delimiter to the first one of its closing delimiter.
-struct Region {
-  std::size_t start;
-  std::size_t close;
-};
-
-// The first `close` at or after `pos` and the first `open` there; false when there is no `close`,
-// or when no `open` begins before it.
-bool findRegion(const RWCString& text, const CaselessText& open, const CaselessText& close,
-                std::size_t pos, Region& region) {
-  const char* from = text.data() + pos;
-  const char* end = endOf(text);
-  const char* closeAt = findIgnoringCase(from, end, close);
-  if (closeAt == end) return false;
-  const auto left = static_cast<std::size_t>(end - closeAt);
-  const char* limit = open.size() < left ? closeAt + open.size() : end;
-  const char* start = findIgnoringCase(from, limit, open);
-  if (start >= closeAt) return false;
-  region = {offsetIn(text, start), offsetIn(text, closeAt)};
-  return true;
-}
-
-constexpr std::string_view kParagraph = "<p>";
-constexpr std::string_view kParagraphEnd = "</p>";
-constexpr CaselessText kScript = "<SCRIPT";
-constexpr CaselessText kScriptEnd = "</SCRIPT>";
-
-struct Script {
-  Region region;
-  std::size_t tagEnd;  // the first ">" behind the opening delimiter
-
-  bool isEndless() const { return tagEnd >= region.close; }
-};
-
-// The next script element at or after `pos`; `pos` moves behind it.
-bool findScript(const RWCString& text, std::size_t& pos, Script& script) {
-  if (!findRegion(text, kScript, kScriptEnd, pos, script.region)) return false;
-  script.tagEnd = text.index('>', script.region.start + 1);
-  pos = script.region.close + kScriptEnd.size();
-  return true;
-}
-
-// A loop that no compiler may take out.
-[[noreturn]] void neverReturn() {
-  for (volatile bool forever = true; forever;) {
-  }
-  __builtin_unreachable();
-}
-
-}  // namespace
-
 void tqOverwriteTagWithBlanks(RWCString& text, RWCString open, RWCString close) {
-  Overwriter overwriter(text);
-  const CaselessText opening = viewOf(open);
-  const CaselessText closing = viewOf(close);
-  Region region{};
-  for (std::size_t pos = 0;
-       pos < text.length() && findRegion(text, opening, closing, pos, region);) {
-    pos = region.close + close.length();
-    const std::size_t span = pos - region.start;
-    if (span < kParagraph.size() + kParagraphEnd.size()) continue;
-    overwriter.fill(region.start, span, ' ');
-    overwriter.put(region.start, kParagraph);
-    overwriter.put(pos - kParagraphEnd.size(), kParagraphEnd);
-  }
+  blankRegions(text, viewOf(open), viewOf(close));
 }
 
 void tqOverwriteScriptWithBlanks(RWCString& text) {
-  Overwriter overwriter(text);
-  Script script{};
-  for (std::size_t pos = 0; findScript(text, pos, script);) {
-    if (script.isEndless()) neverReturn();
-    const std::size_t count = script.region.close - script.tagEnd - 1;
-    if (count > 0) overwriter.fill(script.tagEnd + 1, count, ' ');
-  }
+  blankScripts(text);
 }
 
 std::size_t tqFindEndlessScript(const RWCString& text) {
-  Script script{};
-  for (std::size_t pos = 0; findScript(text, pos, script);) {
-    if (script.isEndless()) return script.region.start;
-  }
-  return RWCString::npos;
+  return findEndlessScript(text);
 }
 
 // --- Removal ----------------------------------------------------------------------------------

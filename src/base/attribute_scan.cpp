@@ -44,9 +44,8 @@ ScannedName without(ScannedName::Kind kind, const char* next) {
   return {kind, nullptr, nullptr, next};
 }
 
-}  // namespace
-
-ScannedName scanName(const char* begin, const char* end) {
+// Reads a name whatever stands around it.
+ScannedName scanAnyName(const char* begin, const char* end) {
   Name name;
   for (const char* at = begin; at < end; ++at) {
     switch (kKinds[toByte(*at)]) {
@@ -78,13 +77,25 @@ ScannedName scanName(const char* begin, const char* end) {
   return name.end ? name.as(ScannedName::bareName) : without(ScannedName::nothing, end);
 }
 
+}  // namespace
+
+ScannedName scanName(const char* begin, const char* end) {
+  // The usual form first: a name and its "=".
+  begin = findFirstNotOf(begin, end, kSeparators);
+  const char* nameEnd = findFirstNotOf(begin, end, kNameBytes);
+  const bool isUsual = begin < nameEnd && nameEnd < end && *nameEnd == '=';
+  return isUsual ? ScannedName{ScannedName::equals, begin, nameEnd, nameEnd}
+                 : scanAnyName(begin, end);
+}
+
 ScannedValue scanValue(const char* begin, const char* end) {
   begin = skipWhiteSpace(begin, end);
   if (begin >= end) return {ScannedValue::missing, nullptr, nullptr};
   const bool isQuoted = kQuotes.contains(*begin);
   const char quote = *begin;
   if (isQuoted) ++begin;
-  const char* stop = isQuoted ? findByte(begin, end, quote) : findFirstOf(begin, end, kBreaks);
+  const char* stop =
+      isQuoted ? findNearbyByte(begin, end, quote) : findFirstOf(begin, end, kBreaks);
   return {stop == end ? ScannedValue::cut : ScannedValue::whole, begin, stop};
 }
 

@@ -12,6 +12,7 @@ Kernels withSearches(const SearchKernels& searches) {
   Kernels kernels = kAvx2Kernels;
   kernels.findText = searches.findText;
   kernels.findTag = searches.findTag;
+  kernels.findMark = searches.findMark;
   return kernels;
 }
 
@@ -20,7 +21,7 @@ bool hasAvx2() {
 }
 
 bool hasAvx512() {
-  return hasAvx2() && __builtin_cpu_supports("avx512bw");
+  return hasAvx2() && __builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512vbmi");
 }
 
 // The kernels of a level that this machine has, or null.

@@ -67,25 +67,30 @@ struct UrlEncoded {
   char* out;
 };
 
-// Which two bytes behind a "<" are worth a look: for each first one a bit for the low five bits of
-// the second one. Letters of either case share their low five bits.
+// Which three bytes behind a "<" are worth a look: those whose kinds have a bit in common.
 struct TagFilter {
-  std::array<std::uint32_t, 256> seconds;
+  std::array<unsigned char, 256> kinds[3];
 
   bool passes(const char* opening) const {
-    const auto first = static_cast<unsigned char>(opening[1]);
-    const auto second = static_cast<unsigned char>(opening[2]);
-    return (seconds[first] >> (second & 31U) & 1U) != 0;
+    return (kinds[0][kindIndex(opening[1])] & kinds[1][kindIndex(opening[2])] &
+            kinds[2][kindIndex(opening[3])]) != 0;
   }
+
+ private:
+  static std::size_t kindIndex(char c) { return static_cast<unsigned char>(c); }
 };
 
 struct Kernels {
   // The first place of the needle, or `end`.
   const char* (*findText)(const char* begin, const char* end, const Needle& needle);
 
-  // The first "<" that passes the filter, or `end`. `end` bounds the "<" alone: two bytes behind
+  // The first "<" that passes the filter, or `end`. `end` bounds the "<" alone: three bytes behind
   // it must be readable.
   const char* (*findTag)(const char* begin, const char* end, const TagFilter& filter);
+
+  // The first place before `limit` at which a delimiter of a script or of a comment may begin, or
+  // `limit`. `end` bounds what may be read.
+  const char* (*findMark)(const char* begin, const char* limit, const char* end);
 
   // Passes HTML white space, a whole vector at a time: returns the first other byte, or a place
   // with less than a vector left and only white space before it.

@@ -1,4 +1,7 @@
 // Compiled for AVX-512; nothing here may run before the machine was asked whether it has it.
+#include <array>
+#include <string_view>
+
 #include "base/kernels_impl.h"
 #include "base/kernels_levels.h"
 #include "base/vector_avx2.h"
@@ -30,11 +33,83 @@ const char* findTextByLength(const char* begin, const char* end, const Needle& n
                                  : findText<Avx512>(begin, end, needle);
 }
 
+// A byte for each ASCII byte, looked up 64 at a time. Bytes above count as those 128 below them.
+class AsciiTable {
+ public:
+  explicit AsciiTable(const unsigned char* bytes)
+      : low_(_mm512_loadu_si512(bytes)), high_(_mm512_loadu_si512(bytes + 64)) {}
+
+  __m512i operator[](__m512i bytes) const { return _mm512_permutex2var_epi8(low_, bytes, high_); }
+
+ private:
+  __m512i low_;
+  __m512i high_;
+};
+
+const char* findTag512(const char* begin, const char* end, const TagFilter& filter) {
+  const AsciiTable firsts(filter.kinds[0].data());
+  const AsciiTable seconds(filter.kinds[1].data());
+  const AsciiTable thirds(filter.kinds[2].data());
+  const __m512i opening = _mm512_set1_epi8('<');
+  for (; end - begin >= 64; begin += 64) {
+    const __mmask64 openings = _mm512_cmpeq_epi8_mask(_mm512_loadu_si512(begin), opening);
+    const __m512i pairs = _mm512_and_si512(firsts[_mm512_loadu_si512(begin + 1)],
+                                           seconds[_mm512_loadu_si512(begin + 2)]);
+    std::uint64_t mask =
+        _mm512_mask_test_epi8_mask(openings, pairs, thirds[_mm512_loadu_si512(begin + 3)]);
+    for (; mask != 0; mask &= mask - 1) {
+      const char* at = begin + std::countr_zero(mask);
+      if (filter.passes(at)) return at;
+    }
+  }
+  return findTag<Avx2>(begin, end, filter);
+}
+
+// The kinds of marks as bits, for each of their first three bytes.
+struct MarkKinds {
+  std::array<unsigned char, 128> bytes[3];
+
+  constexpr void add(unsigned char kind, std::string_view first, std::string_view second,
+                     std::string_view third) {
+    const std::string_view all[] = {first, second, third};
+    for (std::size_t i = 0; i < 3; ++i) {
+      for (const char c : all[i]) bytes[i][static_cast<unsigned char>(c)] |= kind;
+    }
+  }
+};
+
+constexpr MarkKinds kMarkKinds = [] {
+  MarkKinds kinds{};
+  kinds.add(1, "<", "sS", "cC");
+  kinds.add(2, "<", "/", "sS");
+  kinds.add(4, "<", "!", "-");
+  kinds.add(8, "-", "-", ">");
+  return kinds;
+}();
+
+const char* findMark512(const char* begin, const char* limit, const char* end) {
+  const AsciiTable firsts(kMarkKinds.bytes[0].data());
+  const AsciiTable seconds(kMarkKinds.bytes[1].data());
+  const AsciiTable thirds(kMarkKinds.bytes[2].data());
+  for (; begin < limit && end - begin >= 64 + 2; begin += 64) {
+    const __m512i pairs =
+        _mm512_and_si512(firsts[_mm512_loadu_si512(begin)], seconds[_mm512_loadu_si512(begin + 1)]);
+    std::uint64_t mask = _mm512_test_epi8_mask(pairs, thirds[_mm512_loadu_si512(begin + 2)]);
+    for (; mask != 0; mask &= mask - 1) {
+      const char* at = begin + std::countr_zero(mask);
+      if (at >= limit) return limit;
+      if (mayBeMark(at, end)) return at;
+    }
+  }
+  return findMark<Avx2>(begin, limit, end);
+}
+
 }  // namespace
 
 constinit const SearchKernels kAvx512Searches = {
     .findText = findTextByLength,
-    .findTag = findTag<Avx512>,
+    .findTag = findTag512,
+    .findMark = findMark512,
 };
 
 }  // namespace pagescan

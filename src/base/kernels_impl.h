@@ -146,6 +146,52 @@ const char* findTag(const char* begin, const char* end, const TagFilter& filter)
   return begin;
 }
 
+// Whether a delimiter of a script or of a comment may begin here: "<sc", "</sc", "<!" or "-->".
+// Three bytes must be readable.
+inline bool mayBeMark(const char* at, const char* end) {
+  const char third = foldedLetter(at[2]);
+  if (at[0] == '-') return at[1] == '-' && third == '>';
+  if (at[0] != '<') return false;
+  if (at[1] == '/') return third == 's' && end - at > 3 && foldedLetter(at[3]) == 'c';
+  return at[1] == '!' || (foldedLetter(at[1]) == 's' && third == 'c');
+}
+
+// One bit for each byte of 64 that may pass mayBeMark.
+template <class Vector>
+std::uint64_t marks(const char* at) {
+  const auto fold = Vector::fill(0x20);
+  std::uint64_t mask = 0;
+  for (std::size_t i = 0; i < 64; i += Vector::kWidth) {
+    const auto second = Vector::either(Vector::load(at + i + 1), fold);
+    const auto third = Vector::either(Vector::load(at + i + 2), fold);
+    const auto isOpening = Vector::equal(Vector::load(at + i), Vector::fill('<'));
+    const auto isWanted = Vector::either(Vector::either(Vector::equal(second, Vector::fill('!')),
+                                                        Vector::equal(second, Vector::fill('s'))),
+                                         Vector::equal(third, Vector::fill('s')));
+    const auto isEnd = Vector::both(Vector::equal(second, Vector::fill('-')),
+                                    Vector::equal(third, Vector::fill('>')));
+    mask |= std::uint64_t{Vector::mask(Vector::either(Vector::both(isOpening, isWanted), isEnd))}
+            << i;
+  }
+  return mask;
+}
+
+template <class Vector>
+const char* findMark(const char* begin, const char* limit, const char* end) {
+  constexpr std::ptrdiff_t kLength = 3;  // of the shortest delimiter
+  for (; begin < limit && end - begin >= 64 + kLength - 1; begin += 64) {
+    for (std::uint64_t mask = marks<Vector>(begin); mask != 0; mask &= mask - 1) {
+      const char* at = begin + std::countr_zero(mask);
+      if (at >= limit) return limit;
+      if (mayBeMark(at, end)) return at;
+    }
+  }
+  for (; begin < limit && end - begin >= kLength; ++begin) {
+    if (mayBeMark(begin, end)) return begin;
+  }
+  return limit;
+}
+
 template <class Vector>
 const char* skipWhiteSpace(const char* begin, const char* end) {
   constexpr auto kWidth = static_cast<std::ptrdiff_t>(Vector::kWidth);
@@ -193,6 +239,7 @@ constexpr Kernels kernelsOver() {
   return {
       .findText = findText<Vector>,
       .findTag = findTag<Vector>,
+      .findMark = findMark<Vector>,
       .skipWhiteSpace = skipWhiteSpace<Vector>,
       .xorWords = xorWords<Vector>,
       .countUtf8Pairs = countUtf8Pairs<Vector>,

@@ -13,6 +13,7 @@ extern const Kernels kAvx2Kernels;
 struct SearchKernels {
   decltype(Kernels::findText) findText;
   decltype(Kernels::findTag) findTag;
+  decltype(Kernels::findMark) findMark;
 };
 
 extern const SearchKernels kAvx512Searches;

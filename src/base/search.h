@@ -3,6 +3,9 @@
 #ifndef PAGESCAN_BASE_SEARCH_H
 #define PAGESCAN_BASE_SEARCH_H
 
+#include <emmintrin.h>
+
+#include <bit>
 #include <cstddef>
 #include <cstring>
 #include <string_view>
@@ -16,6 +19,18 @@ inline const char* findByte(const char* begin, const char* end, char byte) {
   if (begin >= end) return end;
   const void* found = std::memchr(begin, toByte(byte), static_cast<std::size_t>(end - begin));
   return found ? static_cast<const char*>(found) : end;
+}
+
+// The same, for a byte that stands within a few dozen bytes as a rule: there a call costs as much
+// as the search.
+inline const char* findNearbyByte(const char* begin, const char* end, char byte) {
+  constexpr std::ptrdiff_t kWidth = sizeof(__m128i);
+  for (int i = 0; i < 4 && end - begin >= kWidth; ++i, begin += kWidth) {
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(begin));
+    const int mask = _mm_movemask_epi8(_mm_cmpeq_epi8(bytes, _mm_set1_epi8(byte)));
+    if (mask != 0) return begin + std::countr_zero(static_cast<unsigned>(mask));
+  }
+  return findByte(begin, end, byte);
 }
 
 // For runs that are short as a rule; long ones go through findByte.

@@ -1,0 +1,218 @@
+#include "blanking.h"
+
+#include <cstring>
+#include <string_view>
+
+#include "base/kernels.h"
+#include "text_view.h"
+
+namespace pagescan {
+namespace {
+
+constexpr std::string_view kParagraph = "<p>";
+constexpr std::string_view kParagraphEnd = "</p>";
+constexpr CaselessText kScript = "<SCRIPT";
+constexpr CaselessText kScriptEnd = "</SCRIPT>";
+constexpr CaselessText kComment = "<!--";
+constexpr CaselessText kCommentEnd = "-->";
+
+// Overwrites bytes of a text in place; the text is unshared before the first of them changes.
+class Overwriter {
+ public:
+  explicit Overwriter(RWCString& text) : text_(text) {}
+
+  void fill(std::size_t from, std::size_t to) {
+    if (from < to) std::memset(bytes() + from, ' ', to - from);
+  }
+
+  // Makes an empty paragraph of a region, if there is room for one.
+  void makeParagraph(std::size_t from, std::size_t to) {
+    if (to - from < kParagraph.size() + kParagraphEnd.size()) return;
+    fill(from, to);
+    std::memcpy(bytes() + from, kParagraph.data(), kParagraph.size());
+    std::memcpy(bytes() + to - kParagraphEnd.size(), kParagraphEnd.data(), kParagraphEnd.size());
+  }
+
+ private:
+  char* bytes() {
+    if (!bytes_) bytes_ = &text_(0);
+    return bytes_;
+  }
+
+  RWCString& text_;
+  char* bytes_ = nullptr;
+};
+
+// --- One kind of region after the other -------------------------------------------------------
+
+// A region from the first byte of its opening delimiter to the first one of its closing delimiter.
+struct Region {
+  std::size_t start;
+  std::size_t close;
+};
+
+// The first `close` at or after `pos` and the first `open` there; false when there is no `close`,
+// or when no `open` begins before it.
+bool findRegion(const RWCString& text, const CaselessText& open, const CaselessText& close,
+                std::size_t pos, Region& region) {
+  const char* from = text.data() + pos;
+  const char* end = endOf(text);
+  const char* closeAt = findIgnoringCase(from, end, close);
+  if (closeAt == end) return false;
+  const auto left = static_cast<std::size_t>(end - closeAt);
+  const char* limit = open.size() < left ? closeAt + open.size() : end;
+  const char* start = findIgnoringCase(from, limit, open);
+  if (start >= closeAt) return false;
+  region = {offsetIn(text, start), offsetIn(text, closeAt)};
+  return true;
+}
+
+struct Script {
+  Region region;
+  std::size_t tagEnd;  // the first ">" behind the opening delimiter
+
+  bool isEndless() const { return tagEnd >= region.close; }
+  std::size_t end() const { return region.close + kScriptEnd.size(); }
+};
+
+// The next script element at or after `pos`.
+bool findScript(const RWCString& text, std::size_t pos, Script& script) {
+  if (!findRegion(text, kScript, kScriptEnd, pos, script.region)) return false;
+  script.tagEnd = text.index('>', script.region.start + 1);
+  return true;
+}
+
+// A loop that no compiler may take out.
+[[noreturn]] void neverReturn() {
+  for (volatile bool forever = true; forever;) {
+  }
+  __builtin_unreachable();
+}
+
+void blankBody(const Script& script, Overwriter& overwriter) {
+  if (script.isEndless()) neverReturn();
+  overwriter.fill(script.tagEnd + 1, script.region.close);
+}
+
+void blankRegionsFrom(std::size_t pos, const CaselessText& open, const CaselessText& close,
+                      RWCString& text) {
+  Overwriter overwriter(text);
+  Region region{};
+  while (pos < text.length() && findRegion(text, open, close, pos, region)) {
+    pos = region.close + close.size();
+    overwriter.makeParagraph(region.start, pos);
+  }
+}
+
+void blankScriptsFrom(std::size_t pos, RWCString& text) {
+  Overwriter overwriter(text);
+  for (Script script{}; findScript(text, pos, script); pos = script.end()) {
+    blankBody(script, overwriter);
+  }
+}
+
+// --- Both kinds at once -----------------------------------------------------------------------
+
+// Goes through the delimiters of scripts and of comments in the order of the text. Comments do not
+// see what stands in the body of a script; scripts do not mind comments.
+class PageBlanker {
+ public:
+  explicit PageBlanker(RWCString& text) : text_(text), overwriter_(text) {}
+
+  void run() {
+    std::size_t pos = 0;
+    while (findMark(pos) && takeMark(pos)) ++pos;
+  }
+
+ private:
+  // Moves `pos` to the next place at which a delimiter may stand outside the body of a script.
+  bool findMark(std::size_t& pos) const {
+    const char* begin = text_.data();
+    const char* end = endOf(text_);
+    if (pos < bodyStart_) {
+      pos = offsetIn(text_, kernels().findMark(begin + pos, begin + bodyStart_, end));
+      if (pos < bodyStart_) return true;
+    }
+    if (pos < scriptsEnd_) pos = scriptsEnd_;
+    pos = offsetIn(text_, kernels().findMark(begin + pos, end, end));
+    return pos < text_.length();
+  }
+
+  // Handles what stands at `pos`; false when the rest was done in another way.
+  bool takeMark(std::size_t pos) {
+    switch (text_.data()[pos + 1]) {
+      case '-':
+        return closeComment(pos + kCommentEnd.size());
+      case '!':
+        if (comment_ == RWCString::npos && isAt(pos, kComment)) comment_ = pos;
+        return true;
+      case '/':
+        return pos < scriptsEnd_ || !isAt(pos, kScriptEnd) || blankComments();
+      default:
+        return pos < scriptsEnd_ || !isAt(pos, kScript) || takeScript(pos) || blankComments();
+    }
+  }
+
+  bool isAt(std::size_t pos, const CaselessText& delimiter) const {
+    return equalsIgnoringCase(viewOf(text_).substr(pos, delimiter.size()), delimiter.text());
+  }
+
+  bool closeComment(std::size_t end) {
+    if (comment_ == RWCString::npos) {
+      blankScriptsFrom(scriptsEnd_, text_);
+      return false;
+    }
+    overwriter_.makeParagraph(comment_, end);
+    comment_ = RWCString::npos;
+    commentsEnd_ = end;
+    return true;
+  }
+
+  // Blanks the script that opens at `start`; false when it is not closed.
+  bool takeScript(std::size_t start) {
+    const char* closeAt = findIgnoringCase(text_.data() + start, endOf(text_), kScriptEnd);
+    if (closeAt == endOf(text_)) return false;
+    const Script script{{start, offsetIn(text_, closeAt)}, text_.index('>', start + 1)};
+    blankBody(script, overwriter_);
+    bodyStart_ = script.tagEnd + 1;
+    scriptsEnd_ = script.end();
+    return true;
+  }
+
+  // Scripts are over: comments are left.
+  bool blankComments() {
+    blankRegionsFrom(commentsEnd_, kComment, kCommentEnd, text_);
+    return false;
+  }
+
+  RWCString& text_;
+  Overwriter overwriter_;
+  std::size_t comment_ = RWCString::npos;  // where the open comment began
+  std::size_t commentsEnd_ = 0;            // behind the last closed comment
+  std::size_t bodyStart_ = 0;              // of the last script
+  std::size_t scriptsEnd_ = 0;             // behind the last script
+};
+
+}  // namespace
+
+void blankRegions(RWCString& text, const CaselessText& open, const CaselessText& close) {
+  blankRegionsFrom(0, open, close, text);
+}
+
+void blankScripts(RWCString& text) {
+  blankScriptsFrom(0, text);
+}
+
+void blankScriptsAndComments(RWCString& text) {
+  PageBlanker(text).run();
+}
+
+std::size_t findEndlessScript(const RWCString& text) {
+  Script script{};
+  for (std::size_t pos = 0; findScript(text, pos, script); pos = script.end()) {
+    if (script.isEndless()) return script.region.start;
+  }
+  return RWCString::npos;
+}
+
+}  // namespace pagescan
