@@ -9,6 +9,7 @@
 #include "rw/rwordered.h"
 
 class CZKHTMLDietAttributeObject;
+class RWCollectableString;
 
 // The tag's name in upper case and its attribute records, which it owns. Identity and equality are
 // by address. Built on one thread, then only read.
@@ -53,6 +54,9 @@ class PAGESCAN_EXPORT CZKHTMLDietTransactionsObject : public RWCollectable {
 
  private:
   friend class CHTMLOffsetParser;
+
+  // Inserts under a key that is the record's from then on; false when an equal one is present.
+  bool insertUnder(RWCollectableString& name, CZKHTMLDietAttributeObject* attribute);
 
   RWCString tagName;
   RWHashDictionary attributeIndex;  // name -> attribute; owns both

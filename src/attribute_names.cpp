@@ -24,7 +24,11 @@ __attribute__((init_priority(101))) Names names;
 
 }  // namespace
 
-RWCollectableString* sharedAttributeName(const RWCString& name) {
+RWCollectableString& sharedAttributeName(std::size_t id) {
+  return names.keys[id];
+}
+
+RWCollectableString* findSharedAttributeName(const RWCString& name) {
   const std::size_t id = findAttributeOfInterest(viewOf(name));
   if (id == kNoAttribute || viewOf(name) != kAttributeNames[id]) return nullptr;
   return &names.keys[id];

@@ -2,15 +2,19 @@
 #ifndef PAGESCAN_ATTRIBUTE_NAMES_H
 #define PAGESCAN_ATTRIBUTE_NAMES_H
 
+#include <cstddef>
+
 #include "rw/rwcollectables.h"
 #include "rw/rwcstring.h"
 
 namespace pagescan {
 
-// The one key that all records share for a name of the tag table, or null for any other name. It
-// lives as long as the library, is never changed and never deleted: recording such a name costs no
-// allocation.
-RWCollectableString* sharedAttributeName(const RWCString& name);
+// The one key that all records share for an attribute of the tag table, by its id. It lives as long
+// as the library, is never changed and never deleted: recording such a name costs no allocation.
+RWCollectableString& sharedAttributeName(std::size_t id);
+
+// The same by name, or null for any other name.
+RWCollectableString* findSharedAttributeName(const RWCString& name);
 
 bool isSharedAttributeName(const RWCollectable* key);
 

@@ -35,16 +35,20 @@ void CZKHTMLDietTransactionsObject::SetTagName(const char* name) {
 
 void CZKHTMLDietTransactionsObject::InsertAttributeObject(CZKHTMLDietAttributeObject* attribute) {
   if (!attribute) return;
-  std::unique_ptr<RWCollectableString> ownKey;
-  RWCollectableString* key = sharedAttributeName(attribute->attributeName);
-  if (!key) {
-    ownKey = std::make_unique<RWCollectableString>(attribute->attributeName);
-    key = ownKey.get();
+  if (RWCollectableString* shared = findSharedAttributeName(attribute->attributeName)) {
+    insertUnder(*shared, attribute);
+    return;
   }
+  auto ownKey = std::make_unique<RWCollectableString>(attribute->attributeName);
+  if (insertUnder(*ownKey, attribute)) ownKey.release();
+}
+
+bool CZKHTMLDietTransactionsObject::insertUnder(RWCollectableString& name,
+                                                CZKHTMLDietAttributeObject* attribute) {
   attributeList.makeRoom();  // so that nothing can fail between the two insertions
-  if (!attributeIndex.insertKeyAndValue(key, attribute)) return;
-  ownKey.release();
+  if (!attributeIndex.insertKeyAndValue(&name, attribute)) return false;
   attributeList.insert(attribute);
+  return true;
 }
 
 CZKHTMLDietAttributeObject* CZKHTMLDietTransactionsObject::GetAttributeObject(RWCString& name) {

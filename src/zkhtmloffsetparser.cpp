@@ -4,6 +4,7 @@
 #include <memory>
 #include <string_view>
 
+#include "attribute_names.h"
 #include "base/byte_class.h"
 #include "base/search.h"
 #include "blanking.h"
@@ -21,6 +22,7 @@ using namespace pagescan;
 namespace {
 
 constexpr int kNoOffset = -1;
+constexpr std::size_t kSource = attributeIdOfCell("src");
 
 }  // namespace
 
@@ -34,16 +36,15 @@ class CHTMLOffsetParser::RecordMaker {
     record_->SetTagName(tag.data());
   }
 
-  // Adds an attribute with its value resolved.
-  void add(std::string_view name, std::string_view value, int offset) {
-    RWCString nameString = stringOf(name);
-    RWCString original = stringOf(value);
-    RWCString resolved;
-    parser_.base.calcUrl(original, resolved, false, true);
-    auto attribute =
-        std::make_unique<CZKHTMLDietAttributeObject>(nameString, resolved, original, offset);
-    record_->InsertAttributeObject(attribute.get());
-    attribute.release();
+  // Adds an attribute of the tag table with its value resolved.
+  void add(std::size_t id, std::string_view value, int offset) {
+    auto attribute = std::make_unique<CZKHTMLDietAttributeObject>();
+    RWCollectableString& name = sharedAttributeName(id);
+    attribute->attributeName = name;
+    attribute->originalAttributeValue = stringOf(value);
+    attribute->attributeOffset = offset;
+    parser_.base.calcUrl(attribute->originalAttributeValue, attribute->attributeValue, false, true);
+    if (record_->insertUnder(name, attribute.get())) attribute.release();
   }
 
   void queue() {
@@ -113,7 +114,7 @@ class CHTMLOffsetParser::HtmlPass {
       if (!found.has(id) || (added & bit) != 0) continue;
       added |= bit;
       const std::string_view value = found.value(id);
-      record.add(kAttributeNames[id], value, offsetOf(value));
+      record.add(id, value, offsetOf(value));
     }
     record.queue();
   }
@@ -121,7 +122,7 @@ class CHTMLOffsetParser::HtmlPass {
   // Every frame is reported, deliberately, also one without a usable "src".
   void queuePlaceholder(const TagOfInterest& tag) {
     RecordMaker record(parser_, tag.name);
-    record.add("src", {}, kNoOffset);
+    record.add(kSource, {}, kNoOffset);
     record.queue();
   }
 
@@ -169,7 +170,7 @@ void CHTMLOffsetParser::ParseCSS(const RWCString& css) {
   StyleUrlScanner scanner(viewOf(text));
   for (StyleUrl url; scanner.next(url);) {
     RecordMaker record(*this, "IMG");
-    record.add("src", url.text, static_cast<int>(url.offset));
+    record.add(kSource, url.text, static_cast<int>(url.offset));
     record.queue();
   }
 }
