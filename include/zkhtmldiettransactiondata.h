@@ -55,6 +55,9 @@ class PAGESCAN_EXPORT CZKHTMLDietTransactionsObject : public RWCollectable {
  private:
   friend class CHTMLOffsetParser;
 
+  // Deletes the attribute records, but for one that was not made by itself.
+  void deleteAttributesBut(const RWCollectable* kept);
+
   // Inserts under a key that is the record's from then on; false when an equal one is present.
   bool insertUnder(RWCollectableString& name, CZKHTMLDietAttributeObject* attribute);
 

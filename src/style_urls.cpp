@@ -11,7 +11,7 @@ constexpr ByteClass kBeforeProperty = kHtmlWhiteSpace | ByteClass::of(";{");
 constexpr std::string_view kComment = "/*";
 constexpr std::string_view kCommentEnd = "*/";
 constexpr std::string_view kUrl = "url(";
-constexpr std::string_view kQuote = "\"";
+constexpr char kQuote = '"';
 
 std::string_view strip(std::string_view text, char byte) {
   const std::size_t first = text.find_first_not_of(byte);
@@ -29,10 +29,10 @@ StyleUrlScanner::StyleUrlScanner(std::string_view css)
       commentEnds_(end_, TextFinder(kCommentEnd)),
       imports_(end_, TextFinder("@import")),
       urls_(end_, TextFinder(kUrl)),
-      quotes_(end_, TextFinder(kQuote)),
-      parentheses_(end_, TextFinder(")")),
-      closingQuotes_(end_, TextFinder(kQuote)),
-      semicolons_(end_, TextFinder(";")),
+      quotes_(end_, ByteFinder(kQuote)),
+      parentheses_(end_, ByteFinder(')')),
+      closingQuotes_(end_, ByteFinder(kQuote)),
+      semicolons_(end_, ByteFinder(';')),
       firstColon_(findByte(begin_, end_, ':')),
       firstColonBehindStart_(findByte(findFirstOf(begin_, end_, kBeforeProperty), end_, ':')) {}
 
@@ -61,7 +61,7 @@ StyleUrlScanner::Token StyleUrlScanner::findToken() {
   }
   begin = quotes_.from(at_);
   if (begin == end_) return {end_, end_, end_};
-  return {begin, begin + kQuote.size(), closingQuotes_.from(begin + kQuote.size())};
+  return {begin, begin + 1, closingQuotes_.from(begin + 1)};
 }
 
 // The end is searched from the place of the scan: a stray one in front of the comment makes its

@@ -50,10 +50,10 @@ class StyleUrlScanner {
   ForwardTextSearch commentEnds_;
   ForwardTextSearch imports_;
   ForwardTextSearch urls_;
-  ForwardTextSearch quotes_;
-  ForwardTextSearch parentheses_;
-  ForwardTextSearch closingQuotes_;
-  ForwardTextSearch semicolons_;
+  ForwardByteSearch quotes_;
+  ForwardByteSearch parentheses_;
+  ForwardByteSearch closingQuotes_;
+  ForwardByteSearch semicolons_;
   const char* firstColon_;
   const char* firstColonBehindStart_;  // behind the first byte that a property can begin behind
 };

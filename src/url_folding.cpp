@@ -18,6 +18,12 @@ void dropLastSegment(ScratchText& built) {
 }  // namespace
 
 void appendLink(std::string_view link, ScratchText& result) {
+  const bool isPlain = link.find('\\') == std::string_view::npos &&
+                       link.find("/./") == std::string_view::npos;
+  if (isPlain) {
+    result.append(link);
+    return;
+  }
   while (!link.empty()) {
     const char byte = link.front();
     link.remove_prefix(1);

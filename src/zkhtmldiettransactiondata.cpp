@@ -16,7 +16,13 @@ using namespace pagescan;
 CZKHTMLDietTransactionsObject::CZKHTMLDietTransactionsObject() = default;
 
 CZKHTMLDietTransactionsObject::~CZKHTMLDietTransactionsObject() {
-  for (std::size_t i = 0; i < attributeList.entries(); ++i) delete attributeList.at(i);
+  deleteAttributesBut(nullptr);
+}
+
+void CZKHTMLDietTransactionsObject::deleteAttributesBut(const RWCollectable* kept) {
+  for (std::size_t i = 0; i < attributeList.entries(); ++i) {
+    if (attributeList.at(i) != kept) delete attributeList.at(i);
+  }
   attributeList.clear();
   RWHashDictionaryIterator next(attributeIndex);
   while (RWCollectable* key = next()) {

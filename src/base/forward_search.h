@@ -42,6 +42,21 @@ class TextFinder {
 
 using ForwardTextSearch = ForwardSearch<TextFinder>;
 
+// Finds a byte, which stands nearby as a rule.
+class ByteFinder {
+ public:
+  explicit ByteFinder(char byte) : byte_(byte) {}
+
+  const char* operator()(const char* begin, const char* end) const {
+    return findNearbyByte(begin, end, byte_);
+  }
+
+ private:
+  char byte_;
+};
+
+using ForwardByteSearch = ForwardSearch<ByteFinder>;
+
 }  // namespace pagescan
 
 #endif
