@@ -18,8 +18,8 @@ void dropLastSegment(ScratchText& built) {
 }  // namespace
 
 void appendLink(std::string_view link, ScratchText& result) {
-  const bool isPlain = link.find('\\') == std::string_view::npos &&
-                       link.find("/./") == std::string_view::npos;
+  const bool isPlain =
+      link.find('\\') == std::string_view::npos && link.find("/./") == std::string_view::npos;
   if (isPlain) {
     result.append(link);
     return;

@@ -109,10 +109,14 @@ class PAGESCAN_EXPORT RWCString {
   // Editing in place. The bytes given may be the string's own.
   RWCString& append(const char* text) { return append(text, text ? std::strlen(text) : 0); }
   RWCString& append(const char* bytes, std::size_t length) {
-    if (!hasRoomFor(length)) return appendAnew(bytes, length);
-    // Bytes of its own end where the new ones begin: the two never overlap.
-    if (length > 0) std::memcpy(data_ + length_, bytes, length);
-    setLength(length_ + length);
+    if (length == 0) return *this;
+    char* const data = data_;
+    const std::size_t before = length_;
+    if (length > mostInPlace(before) - before) return appendAnew(bytes, length);
+    const std::size_t sum = before + length;
+    length_ = sum;
+    std::memcpy(data + before, bytes, length);  // its own bytes end where these begin
+    data[sum] = '\0';
     return *this;
   }
   RWCString& append(const RWCString& text) { return append(text.data_, text.length_); }
@@ -202,8 +206,11 @@ class PAGESCAN_EXPORT RWCString {
   bool isShared() const noexcept { return !isLocal() && buffer_->isShared(); }
   std::size_t capacity() const noexcept { return isLocal() ? kLocalCapacity : buffer_->capacity(); }
   bool canHold(std::size_t length) const noexcept { return !isShared() && length <= capacity(); }
-  bool hasRoomFor(std::size_t more) const noexcept {
-    return !isShared() && more <= capacity() - length_;
+  // The most bytes that a text of `length` may grow to where it stands: a shared buffer is full.
+  std::size_t mostInPlace(std::size_t length) const noexcept {
+    if (isLocal()) return kLocalCapacity;
+    const Buffer& buffer = *buffer_;
+    return buffer.isShared() ? length : buffer.capacity();
   }
   void release() noexcept {
     if (!isLocal() && buffer_->drop()) freeBuffer(buffer_);

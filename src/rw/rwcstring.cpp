@@ -120,9 +120,11 @@ void RWCString::rebuild(std::size_t capacity, Piece head, Piece middle, Piece ta
   setLength(length);
 }
 
-// Doubling, so that appending costs constant time a byte.
+// Doubling, so that appending costs constant time a byte; a text that outgrows the object gets some
+// more.
 std::size_t RWCString::capacityFor(std::size_t length) const noexcept {
-  return length <= capacity() ? capacity() : std::max(length, 2 * capacity());
+  constexpr std::size_t kFirstHeapCapacity = 63;
+  return length <= capacity() ? capacity() : std::max({length, 2 * capacity(), kFirstHeapCapacity});
 }
 
 void RWCString::unshare() {
@@ -165,11 +167,15 @@ void RWCString::swap(RWCString& other) noexcept {
 
 // --- Editing ----------------------------------------------------------------------------------
 
+// Appends to a copy of the text in fresh storage, there being no room where it stands.
 RWCString& RWCString::appendAnew(const char* bytes, std::size_t length) {
-  if (length > 0) {
-    const std::size_t sum = checkedSum(length_, length);
-    rebuild(capacityFor(sum), {data_, length_}, {bytes, length}, {});
-  }
+  const std::size_t sum = checkedSum(length_, length);
+  Buffer* fresh = newBuffer(capacityFor(sum));
+  put(put(fresh->bytes(), data_, length_), bytes, length);
+  release();
+  buffer_ = fresh;
+  data_ = fresh->bytes();
+  setLength(sum);
   return *this;
 }
 
