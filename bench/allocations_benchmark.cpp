@@ -91,7 +91,8 @@ void addParser(const RWCString& page, Cost& pageCost, RecordCost& cost) {
   cost.blocks += withRecords.count - withoutRecords.count;
   const std::size_t held = withRecords.live - withoutRecords.live;
   cost.bytes += held;
-  const auto allowed = static_cast<long>(page.length() + held);
+  // Blocks are larger than what they were asked for: the page counts as its copy does.
+  const auto allowed = static_cast<long>(withoutRecords.live + held);
   const auto peak = static_cast<long>(withRecords.peak);
   cost.mostAbove = std::max(cost.mostAbove, peak - allowed);
   cost.worstPeak =

@@ -40,7 +40,7 @@ class ScratchText {
   std::string_view text() const { return {begin_, size()}; }
 
  private:
-  char short_[512];
+  char short_[1024];
   std::unique_ptr<char[]> long_;
   char* begin_ = short_;
   char* end_ = short_;

@@ -80,7 +80,8 @@ void TagAttributeReader::read(const char* nameEnd, const char* tagEnd, Attribute
   const char* previous = tagEnd;
   while (at < end_ && (!trail.empty() || !found.hasAll(wanted))) {
     if (at > tagEnd) {
-      if (crossesLine(previous, at)) {
+      unmarked_ -= at - previous;
+      if (unmarked_ < 0 && crossesLine(previous, at)) {
         known = markAt(at);
         if (known) break;
         trail.push_back({at, 0});

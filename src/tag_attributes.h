@@ -2,12 +2,13 @@
 //
 // The reading of a tag's attributes is not bounded by the tag's ">": a quoted value may run past it
 // and more attributes follow, up to the end of the page. On a page made for it every tag would read
-// all that follows. So a reading that runs far past its tag leaves marks, and a later reading that
-// comes to a mark takes over what was found behind it.
+// all that follows. So once the readings have run as far past their tags as the page is long, they
+// leave marks, and a later reading that comes to a mark takes over what was found behind it.
 #ifndef PAGESCAN_TAG_ATTRIBUTES_H
 #define PAGESCAN_TAG_ATTRIBUTES_H
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 #include <unordered_map>
@@ -49,7 +50,8 @@ class FoundAttributes {
 class TagAttributeReader {
  public:
   // `begin` and `end` bound the page, which must stay as it is while the reader is used.
-  TagAttributeReader(const char* begin, const char* end) : begin_(begin), end_(end) {}
+  TagAttributeReader(const char* begin, const char* end)
+      : begin_(begin), end_(end), unmarked_(end - begin) {}
 
   // Adds the wanted attributes, and maybe others, of a tag whose name ends at `nameEnd` and whose
   // first ">" is at `tagEnd`. What CHTMLAttributeFinder finds under the wanted names is what is
@@ -80,6 +82,7 @@ class TagAttributeReader {
 
   const char* begin_;
   const char* end_;
+  std::ptrdiff_t unmarked_;  // so many bytes may be read past tags without marks
   std::unordered_map<const char*, Firsts> marks_;
   std::vector<Occurrence> occurrences_;
 };

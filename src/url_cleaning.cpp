@@ -1,5 +1,7 @@
 #include "url_cleaning.h"
 
+#include <algorithm>
+
 #include "base/byte_class.h"
 #include "base/link_scan.h"
 #include "base/numbers.h"
@@ -100,7 +102,9 @@ std::string_view cleanUrl(std::string_view url, bool decodePercent, ScratchText&
   const char* first = decodePercent ? findFirstOf(url.data(), end, kToClean)
                                     : findFirstOf(url.data(), end, kHtmlWhiteSpace);
   if (first == end) return url;
-  scratch.start(kBlank.size() * url.size());
+  // Blanks grow, plain or escaped.
+  const auto growing = std::count_if(first, end, [](char c) { return c == ' ' || c == '%'; });
+  scratch.start(url.size() + (kBlank.size() - 1) * static_cast<std::size_t>(growing));
   Cleaner(url, decodePercent, scratch).run();
   return scratch.text();
 }
