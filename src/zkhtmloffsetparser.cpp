@@ -37,14 +37,13 @@ class CHTMLOffsetParser::Record : public CZKHTMLDietTransactionsObject {
   ~Record() override { deleteAttributesBut(&first_); }
 
   // Adds an attribute of the tag table with its value resolved.
-  void add(std::size_t id, std::string_view value, int offset, urlBase& base) {
-    if (!hasFirst_) {
-      hasFirst_ = true;
-      fill(first_, id, value, offset, base);
+  void add(std::size_t id, std::string_view value, int offset, urlBase& resolver) {
+    if (attributeList.entries() == 0) {
+      fill(first_, id, value, offset, resolver);
       insertUnder(sharedAttributeName(id), &first_);
     } else {
       auto attribute = std::make_unique<CZKHTMLDietAttributeObject>();
-      fill(*attribute, id, value, offset, base);
+      fill(*attribute, id, value, offset, resolver);
       if (insertUnder(sharedAttributeName(id), attribute.get())) attribute.release();
     }
   }
@@ -57,15 +56,14 @@ class CHTMLOffsetParser::Record : public CZKHTMLDietTransactionsObject {
 
  private:
   static void fill(CZKHTMLDietAttributeObject& attribute, std::size_t id, std::string_view value,
-                   int offset, urlBase& base) {
+                   int offset, urlBase& resolver) {
     attribute.attributeName = sharedAttributeName(id);
     attribute.originalAttributeValue = stringOf(value);
     attribute.attributeOffset = offset;
-    base.calcUrl(attribute.originalAttributeValue, attribute.attributeValue, false, true);
+    resolver.calcUrl(attribute.originalAttributeValue, attribute.attributeValue, false, true);
   }
 
   CZKHTMLDietAttributeObject first_;
-  bool hasFirst_ = false;
 };
 
 // --- The pass over a page ---------------------------------------------------------------------
