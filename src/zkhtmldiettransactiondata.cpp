@@ -2,12 +2,13 @@
 
 #include <cstdint>
 #include <cstring>
-#include <iostream>
 #include <memory>
+#include <string>
 
 #include "attribute_names.h"
 #include "base/kernels.h"
 #include "rw/rwcollectables.h"
+#include "standard_output.h"
 #include "text_view.h"
 #include "zkhtmldietattributeobject.h"
 
@@ -88,12 +89,13 @@ unsigned long CZKHTMLDietTransactionsObject::CalcCheckSum(const void* data, int 
 }
 
 void CZKHTMLDietTransactionsObject::PrintAll() {
+  std::ostream& out = standardOutput();
   for (std::size_t i = 0; i < attributeList.entries(); ++i) {
     const auto& attribute = static_cast<const CZKHTMLDietAttributeObject&>(*attributeList.at(i));
-    std::cout << "Name:\t" << viewOf(attribute.attributeName) << std::endl;
-    std::cout << "Value:\t" << viewOf(attribute.attributeValue) << std::endl;
-    std::cout << "OValue:\t" << viewOf(attribute.originalAttributeValue) << std::endl;
-    std::cout << "Offset:\t" << attribute.attributeOffset << std::endl;
+    out << "Name:\t" << viewOf(attribute.attributeName) << std::endl;
+    out << "Value:\t" << viewOf(attribute.attributeValue) << std::endl;
+    out << "OValue:\t" << viewOf(attribute.originalAttributeValue) << std::endl;
+    out << "Offset:\t" << std::to_string(attribute.attributeOffset) << std::endl;
   }
-  std::cout << std::endl;
+  out << std::endl;
 }

@@ -1,7 +1,7 @@
 #include "zkhtmloffsetparser.h"
 
-#include <iostream>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -9,6 +9,7 @@
 #include "base/byte_class.h"
 #include "base/search.h"
 #include "blanking.h"
+#include "standard_output.h"
 #include "style_urls.h"
 #include "tag_attributes.h"
 #include "tags_of_interest.h"
@@ -192,16 +193,17 @@ void CHTMLOffsetParser::InsertObjectToQueue(CZKHTMLDietTransactionsObject* recor
 }
 
 void CHTMLOffsetParser::PrintAll() {
+  std::ostream& out = standardOutput();
   const auto count = static_cast<int>(records.entries());
-  std::cout << "Queue contains " << count << " objects" << std::endl;
+  out << "Queue contains " << std::to_string(count) << " objects" << std::endl;
   for (int i = 0; i < count; ++i) {
     auto& record =
         static_cast<CZKHTMLDietTransactionsObject&>(*records.at(static_cast<std::size_t>(i)));
     const CZKHTMLDietAttributeObject* first = record.GetFirstAttributeObject();
-    std::cout << "===== NUMBER: " << i << "\t ===== TagName: " << viewOf(record.tagName)
-              << std::endl;
-    std::cout << "=== First Attr Name "
-              << (first ? viewOf(first->attributeName) : std::string_view()) << std::endl;
+    out << "===== NUMBER: " << std::to_string(i) << "\t ===== TagName: " << viewOf(record.tagName)
+        << std::endl;
+    out << "=== First Attr Name " << (first ? viewOf(first->attributeName) : std::string_view())
+        << std::endl;
     record.PrintAll();
   }
 }

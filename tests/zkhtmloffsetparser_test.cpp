@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <iostream>
+#include <locale>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -275,6 +277,33 @@ TEST(CHTMLOffsetParser, PrintsAnEmptyQueue) {
   testing::internal::CaptureStdout();
   parser.PrintAll();
   EXPECT_EQ(testing::internal::GetCapturedStdout(), "Queue contains 0 objects\n");
+}
+
+// What is printed while standard output has a certain locale.
+std::string printed(CHTMLOffsetParser& parser, const std::locale& locale) {
+  const std::locale before = std::cout.imbue(locale);
+  testing::internal::CaptureStdout();
+  parser.PrintAll();
+  std::cout.imbue(before);
+  return testing::internal::GetCapturedStdout();
+}
+
+// Numbers as a host's locale may have them: 1.000.
+class GroupedDigits : public std::numpunct<char> {
+  char do_thousands_sep() const override { return '.'; }
+  std::string do_grouping() const override { return "\3"; }
+};
+
+TEST(CHTMLOffsetParser, PrintsPlainNumbersWhateverTheLocale) {
+  std::string page;
+  for (int i = 0; i <= 1000; ++i) page += "<img src=a>";
+  CHTMLOffsetParser parser(kPageUrl);
+  parser.ParseHTML(page.c_str(), page.size());
+  const std::string plain = printed(parser, std::locale::classic());
+  EXPECT_NE(plain.find("Queue contains 1001 objects\n"), std::string::npos);
+  EXPECT_NE(plain.find("NUMBER: 1000\t"), std::string::npos);
+  EXPECT_NE(plain.find("Offset:\t11009\n"), std::string::npos);
+  EXPECT_TRUE(printed(parser, std::locale(std::locale::classic(), new GroupedDigits)) == plain);
 }
 
 TEST(CHTMLOffsetParser, HasNoSinkUnlessGivenOne) {

@@ -13,7 +13,8 @@ from pathlib import Path
 LAYERS = [
     ("base", ["include/pagescan_export.h", "src/base/*"]),
     ("rw", ["include/rw/*", "src/rw/*"]),
-    ("text helpers", ["src/text_view.*", "src/scratch_text.*"]),
+    ("text helpers", ["src/text_view.*", "src/scratch_text.*",
+                      "src/standard_output.*"]),
     ("host routines", ["include/hostroutines.h", "src/host/*"]),
     ("encodings", ["*/charset*", "*/zkutf8*", "*/zkurlencoding*", "*/tqbuffpart*"]),
     ("scanning and URLs", ["*/zkhtmlparseutils*", "src/blanking.*", "src/url_*", "*/tqurlbase*",
