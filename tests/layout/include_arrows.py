@@ -25,7 +25,8 @@ LAYERS = [
     ("offset parser", ["*/zkhtmloffsetparser*"]),
     ("everything", ["include/pagescan.h"]),
 ]
-HOSTS = ["tool/*", "examples/*", "tests/shared/*", "tests/host/*", "tests/host_one/*"]
+HOSTS = ["tool/*", "examples/*", "tests/shared/*", "tests/host/*", "tests/host_one/*",
+         "tests/hosts/*"]
 SOURCES = ("*.h", "*.cpp")
 INCLUDE = re.compile(r'^\s*#\s*include\s*"([^"]+)"', re.MULTILINE)
 
