@@ -1,7 +1,8 @@
 # Debian packages that each job needs, and their installation. Sourced by ./check and ./demo.
 
 declare -rA packagesOf=(
-  [build]="g++ cmake ninja-build pkg-config python3 libgtest-dev libcli11-dev nlohmann-json3-dev"
+  [build]="g++ cmake ninja-build pkg-config python3 libgtest-dev libcli11-dev nlohmann-json3-dev
+           locales"
   [clang]="clang libclang-rt-14-dev"
   [format]="clang-format git"
   [tidy]="clang-tidy"

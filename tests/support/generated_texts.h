@@ -50,7 +50,7 @@ class RandomTexts {
  public:
   RandomTexts()
       : seed_(newSeed()), random_(seed_), trace_("", 0, "PAGESCAN_SEED=" + std::to_string(seed_)) {
-    std::cout << "PAGESCAN_SEED=" << seed_ << std::endl;
+    std::cout << "PAGESCAN_SEED=" << std::to_string(seed_) << std::endl;
   }
 
   std::size_t number(std::size_t below) { return random_() % below; }
