@@ -19,10 +19,9 @@ bool suitsTwin(std::string_view pattern, std::string_view text) {
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   fuzz::Input input(data, size);
   const std::size_t start = input.number(64);
-  std::string pattern(input.text());
-  pattern.resize(std::min(pattern.find('\0'), pattern.size()));  // it comes as a C string
+  const fuzz::CString pattern(input.text());
   const std::string text(input.rest());
-  const RWCRegexp regexp(pattern.c_str());
+  const RWCRegexp regexp(pattern.data());
   const RWCString string = fuzz::stringOf(text);
 
   std::size_t length = 0;
@@ -31,8 +30,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (position != RWCString::npos) {
     check(position >= start && position + length <= text.size(), "a match lies inside the text");
   }
-  if (suitsTwin(pattern, text)) {
-    const reference::Match expected = reference::search(text, pattern, start);
+  if (suitsTwin(pattern.data(), text)) {
+    const reference::Match expected = reference::search(text, pattern.data(), start);
     check(position == expected.position, "a match is the leftmost one");
     check(position == RWCString::npos || length == expected.length, "a match is the longest one");
   }

@@ -67,6 +67,9 @@ TEST(ReferenceRegexp, FindsTheLeftmostThenLongestMatch) {
   EXPECT_EQ(search("xy", "a*", 3), Match{});
   EXPECT_EQ(search("a\tb", "[>\\t\\r\\n ]", 0), (Match{1, 1}));
   EXPECT_EQ(search("at", "[\\t]", 0), Match{});
+  EXPECT_EQ(search("a\\t\t", "\\t", 0), (Match{3, 1}));
+  EXPECT_EQ(search("aa*]", "\\*[\\]]", 0), (Match{2, 2}));
+  EXPECT_EQ(search("a\\", "a\\", 0), (Match{0, 2}));
   EXPECT_EQ(search("x&#65;", "&#?[a-zA-Z0-9]+;", 0), (Match{1, 5}));
   EXPECT_EQ(search("Ab:c:", "^[a-zA-Z]+:", 0), (Match{0, 3}));
   EXPECT_EQ(search("xAb:", "^[a-zA-Z]+:", 1), Match{});

@@ -93,7 +93,8 @@ TEST(RWCRegexpTwin, AgreesOnTheLibrarysPatterns) {
 
 TEST(RWCRegexpTwin, AgreesOnRandomPatterns) {
   Pieces items = itemsOf();
-  items.insert(items.end(), {"[\\t\\n ]*", "=", "[^]", "[A-Za-z0-9]+", "\xE4?", "[b-]*"});
+  items.insert(items.end(), {"[\\t\\n ]*", "=", "[^]", "[A-Za-z0-9]+", "\xE4?", "[b-]*", "\\n",
+                             "\\^*", "[\\-b]"});
   RandomTexts random;
   const std::size_t count = inShortOrDeepRun(3000, 100000);
   for (std::size_t i = 0; i < count && !testing::Test::HasFailure(); ++i) {

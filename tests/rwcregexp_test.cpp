@@ -55,7 +55,8 @@ constexpr MatchCase kLiterals[] = {
     {HERE, "\\\\", "a\\"sv, 0, 1, 1},   {HERE, "\\t\\r\\n", "x\t\r\n"sv, 0, 1, 3},
     {HERE, "*a", "b*a"sv, 0, 1, 2},     {HERE, "", ""sv, 0, 0, 0},
     {HERE, "", "ab"sv, 1, 1, 0},        {HERE, "", "ab"sv, 2, 2, 0},
-    {HERE, "", "ab"sv, 3, npos, 0},
+    {HERE, "", "ab"sv, 3, npos, 0},     {HERE, "\\t", "]e\\t=]"sv, 0, npos, 0},
+    {HERE, "a\\", "a\\"sv, 0, 0, 2},
 };
 
 TEST(RWCRegexp, MatchesLiteralBytes) {

@@ -27,22 +27,20 @@ unsigned char unsignedByte(char c) {
   return static_cast<unsigned char>(c);
 }
 
-// Reads one byte of a class at `at`, an escape included, and steps over it.
-unsigned char readClassByte(const std::string& pattern, std::size_t& at) {
+// Reads one byte at `at` and steps over it; a backslash and the byte behind it are one.
+unsigned char readByte(const std::string& pattern, std::size_t& at) {
   const char c = pattern[at++];
-  if (c != '\\') return unsignedByte(c);
-  switch (byteAt(pattern, at)) {
+  if (c != '\\' || at == pattern.length()) return unsignedByte(c);
+  const char escaped = pattern[at++];
+  switch (escaped) {
     case 't':
-      ++at;
       return '\t';
     case 'r':
-      ++at;
       return '\r';
     case 'n':
-      ++at;
       return '\n';
     default:
-      return '\\';
+      return unsignedByte(escaped);
   }
 }
 
@@ -50,11 +48,11 @@ unsigned char readClassByte(const std::string& pattern, std::size_t& at) {
 Bytes readClass(const std::string& pattern, std::size_t& at) {
   Bytes bytes;
   while (at < pattern.length() && pattern[at] != ']') {
-    const unsigned first = readClassByte(pattern, at);
+    const unsigned first = readByte(pattern, at);
     unsigned last = first;
     const bool range =
         byteAt(pattern, at) == '-' && at + 1 < pattern.length() && pattern[at + 1] != ']';
-    if (range) last = readClassByte(pattern, ++at);
+    if (range) last = readByte(pattern, ++at);
     for (unsigned c = first; c <= last; ++c) bytes.set(c);
   }
   ++at;
@@ -79,11 +77,10 @@ Program compile(const std::string& pattern) {
   }
   while (at < pattern.length()) {
     Item item;
-    const char c = pattern[at++];
-    if (c == '[') {
-      item.bytes = readClass(pattern, at);
+    if (pattern[at] == '[') {
+      item.bytes = readClass(pattern, ++at);
     } else {
-      item.bytes.set(unsignedByte(c));
+      item.bytes.set(readByte(pattern, at));
     }
     readPostfix(pattern, at, item);
     program.items.push_back(item);

@@ -1,8 +1,9 @@
 // A backtracking matcher of the small pattern language.
 //
-// Literal bytes; classes in brackets with ranges and the escapes \t, \r and \n; "*", "+" and "?"
-// after either; "^" as a pattern's first byte, which holds at offset 0 of the text alone. No
-// alternation, groups, negated classes or back-references.
+// Literal bytes; classes in brackets with ranges; in both the escapes \t, \r and \n, and a
+// backslash before any other byte for that byte; "*", "+" and "?" after either; "^" as a pattern's
+// first byte, which holds at offset 0 of the text alone. No alternation, groups, negated classes or
+// back-references.
 #ifndef PAGESCAN_TESTS_REFERENCE_REGEXP_H
 #define PAGESCAN_TESTS_REFERENCE_REGEXP_H
 
