@@ -65,9 +65,9 @@ class Sequence {
         break;
       }
       case 3: {
-        const std::string_view text = input_.text();
+        const fuzz::Block text(input_.text());
         to.string.append(text.data(), text.size());
-        to.expected.append(text);
+        to.expected.append(text.data(), text.size());
         break;
       }
       case 4:

@@ -68,7 +68,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   fuzz::Input input(data, size);
   const unsigned long start = input.number(64);
   const unsigned long cut = input.number(64);
-  const std::string name(input.text());
+  const fuzz::Block name(input.text());
   const std::string text(input.rest());
   RWCString string = fuzz::stringOf(text);
   const unsigned long end = text.size() + 8 - std::min<std::size_t>(cut, text.size() + 8);
@@ -76,11 +76,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   skip(string, text, end, start);
   readValue(string, text, end, start);
   readAttributes(string, text, start);
-  const fuzz::CString element(name);
-  const std::size_t length = element.size() - 1;
   for (const char terminator : {' ', '~', '/', '\0'}) {
-    check(isElementOfType(element.data(), length, string, start, terminator) ==
-              reference::isElementOfType(element.data(), length, text, start, terminator),
+    check(isElementOfType(name.data(), name.size(), string, start, terminator) ==
+              reference::isElementOfType(name.data(), name.size(), text, start, terminator),
           "an element is known as by the twin");
   }
   check(fuzz::textOf(string) == text, "scanning changes nothing");

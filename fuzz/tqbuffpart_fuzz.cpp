@@ -36,6 +36,12 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   other.setPart(block.data(), 0, block.length());
   check(sign(part.compare(other, ignoreCase)) == expected, "two slices compare");
   check(sign(other.compare(part, ignoreCase)) == -expected, "the order is antisymmetric");
+  const fuzz::CString upToNul(text);
+  check(sign(part.compare(upToNul.data(), ignoreCase)) ==
+            sign(reference::comparePart(slice, upToNul.data(), ignoreCase)),
+        "a slice compares with a C string as its twin does");
+  other.updatePart(upToNul.data());
+  check(other.compare(upToNul.data(), false) == 0, "a slice takes over a C string");
 
   const std::string copy(part.getPart(), slice.size() + 1);
   check(copy == reference::copyOfPart(slice) + '\0', "a copy ends at the first NUL");

@@ -5,6 +5,7 @@
 #include "reference/records.h"
 #include "rw/rwcollectables.h"
 #include "support/input.h"
+#include "support/records.h"
 #include "zkhtmldietattributeobject.h"
 #include "zkhtmldiettransactiondata.h"
 
@@ -52,6 +53,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     check(found->GetAttributeValue() == std::string(attribute.value.c_str()),
           "a value shows up to its first NUL");
   }
+  check(fuzz::printed(record) == reference::PrintAll(expected),
+        "a record prints its attributes in order");
   RWOrdered names;
   check(record.GetAttributeNames(names) == !expected.attributes.empty() &&
             names.entries() == expected.attributes.size(),

@@ -1,5 +1,6 @@
 // Pages: the records are those of the twin, and every value stands at its offset.
 
+#include <utility>
 #include <vector>
 
 #include "reference/zkhtmloffsetparser.h"
@@ -43,10 +44,13 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const reference::HtmlPass expected = reference::ParseHTML(pageUrl.data(), page);
   check(!expected.endless, "a mended page ends");
   check(sink.records == fuzz::asShown(expected.records), "the records are those of the twin");
-  fuzz::checkValues(sink.records, blanked(page), pageUrl.data());
+  check(fuzz::printed(parser) == reference::PrintAll(expected.records), "they are printed as told");
+  fuzz::checkValues(sink.records, blanked(page), pageUrl.data(),
+                    [](std::size_t /*offset*/) { return std::size_t{0}; });
 
+  const std::vector<reference::Record> once = std::exchange(sink.records, {});
   parser.ParseHTML(block.data(), 0);
-  check(sink.records.size() == 2 * expected.records.size(), "a second pass adds its records");
+  check(sink.records == once, "a second pass adds the same records");
   check(parser.findTagName().length() == 0, "a pass ends at the end of the page");
   return 0;
 }

@@ -11,18 +11,26 @@ using fuzz::check;
 
 namespace {
 
+using Routine = int (*)(int, const char*, int, char*, int);
+
 // Converts into blocks of the size that is needed, and of smaller ones.
-void convertInto(int (*routine)(int, const char*, int, char*, int), const std::string& text,
+void convertInto(Routine routine, const fuzz::Block& source, int length,
                  const std::string& expected) {
-  const fuzz::CString source(text);
   for (const std::size_t room : {expected.size() + 1, expected.size() / 2 + 1, std::size_t{1}}) {
     std::vector<char> out(room);
-    const int length = routine(0, source.data(), -1, out.data(), static_cast<int>(room));
+    const int told = routine(0, source.data(), length, out.data(), static_cast<int>(room));
     const std::string result(out.data());
-    check(length == static_cast<int>(result.size()), "the length of the result is told");
+    check(told == static_cast<int>(result.size()), "the length of the result is told");
     check(expected.compare(0, result.size(), result) == 0, "a cut result is a beginning");
     check(room <= expected.size() || result == expected, "a result that fits is whole");
   }
+}
+
+// A text up to its closing NUL, and the same by its length with nothing behind it.
+void convert(Routine routine, const std::string& text, const std::string& expected) {
+  convertInto(routine, fuzz::CString(text), -1, expected);
+  const fuzz::Block block(text);
+  convertInto(routine, block, block.length(), expected);
 }
 
 }  // namespace
@@ -47,8 +55,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   check(fuzz::textOf(utf8) == expected, "bytes are converted as by the twin");
 
   const std::string upToNul = text.substr(0, text.find('\0'));
-  convertInto(UTF8ToANSI, upToNul, reference::utf8ToLatin1(upToNul));
-  convertInto(ANSIToUTF8, upToNul, reference::latin1ToUtf8(upToNul));
+  convert(UTF8ToANSI, upToNul, reference::utf8ToLatin1(upToNul));
+  convert(ANSIToUTF8, upToNul, reference::latin1ToUtf8(upToNul));
   check(reference::utf8ToLatin1(reference::latin1ToUtf8(upToNul)) == upToNul,
         "every byte comes back");
   return 0;

@@ -2,7 +2,7 @@
 //
 // An input is text, so that seeds can be written by hand. Its first byte chooses the version of the
 // kernels; then come numbers, one byte each, and texts, each ended by a byte 255 or by the end of
-// the input. Every text is copied into a block of exactly its size.
+// the input. What the library is given stands in a block of exactly its size.
 #ifndef PAGESCAN_FUZZ_SUPPORT_INPUT_H
 #define PAGESCAN_FUZZ_SUPPORT_INPUT_H
 
@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -62,12 +63,16 @@ inline std::string textOf(const RWCString& text) {
 
 class Input {
  public:
+  // A version of the kernels that the machine lacks is replaced by the baseline, so that an input
+  // does the same whatever ran before it.
   Input(const std::uint8_t* data, std::size_t size)
       : rest_(reinterpret_cast<const char*>(data), size) {
     using pagescan::KernelLevel;
     constexpr KernelLevel kLevels[] = {KernelLevel::baseline, KernelLevel::avx2,
                                        KernelLevel::avx512};
-    pagescan::useKernels(kLevels[number(std::size(kLevels))]);
+    if (!pagescan::useKernels(kLevels[number(std::size(kLevels))])) {
+      pagescan::useKernels(KernelLevel::baseline);
+    }
   }
 
   bool isEmpty() const { return rest_.empty(); }
