@@ -267,8 +267,12 @@ class TQDynamicString {
   }
 
   void replace(RWCString& target) {
-    flush();
-    target.swap(text_);
+    if (text_.length() == 0) {
+      target = RWCString(piece_, used_);
+    } else {
+      flush();
+      target.swap(text_);
+    }
   }
 
  private:
@@ -369,6 +373,7 @@ bool UrlEncoding::DecodeString(RWCString& text, EncodingType type) {
   const char plus = plusIsBlank(type) ? ' ' : '+';
   const char* at = std::as_const(text).data();
   const char* end = at + text.length();
+  if (!kernels().holdsEither(at, end, '%', plus == '+' ? '%' : '+')) return false;
   TQDynamicString result(text.length());
   bool isDecoded = false;
   bool hasPlaceholder = false;

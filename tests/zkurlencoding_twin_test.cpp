@@ -146,6 +146,22 @@ TEST(UrlEncoding, GivesWhatItsTwinsGiveForLongTexts) {
   });
 }
 
+// Lengths around those of words and vectors.
+TEST(DecodeString, SeesWhatIsToBeDecodedAtEveryPlaceOfAShortText) {
+  forEachKernelLevel([] {
+    for (std::size_t length = 1; length < 70; ++length) {
+      for (std::size_t at = 0; at < length; ++at) {
+        std::string text(length, '\xA5');  // a "%" with its top bit set
+        text[at] = '+';
+        for (const int type : {1, 7}) expectSameDecoding(text, type);
+        text[at] = '%';
+        expectSameDecoding(text, 1);
+        expectSameDecoding(text.replace(at + 1, 2, "41"), 7);
+      }
+    }
+  });
+}
+
 // Each length near that of a piece, so that an escape lies across its end.
 TEST(DecodeString, DecodesEscapesAtEveryPlaceOfALongText) {
   for (std::size_t length = 4000; length < 4200; ++length) {

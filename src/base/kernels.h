@@ -106,6 +106,9 @@ struct Kernels {
   // room for the whole range; what stands there behind the copied bytes is unspecified.
   const char* (*copyAscii)(const char* begin, const char* end, char* out);
 
+  // Whether the range holds one of two bytes.
+  bool (*holdsEither)(const char* begin, const char* end, char a, char b);
+
   // Copies bytes, each "+" as `plus`, and decodes escapes, up to the end or a "%" that is not to be
   // decoded. `out` has room for the whole range.
   UrlDecoding (*decodeUrl)(const char* begin, const char* end, char* out, char plus);

@@ -15,7 +15,6 @@
 #define PAGESCAN_BASE_KERNELS_IMPL_H
 
 #include <bit>
-#include <cstring>
 
 #include "base/kernels.h"
 #include "base/kernels_text_impl.h"
@@ -209,28 +208,23 @@ const char* skipWhiteSpace(const char* begin, const char* end) {
   return begin;
 }
 
-inline std::uint64_t wordAt(const char* words, std::size_t index) {
-  std::uint64_t word;
-  std::memcpy(&word, words + index * sizeof word, sizeof word);
-  return word;
-}
-
 template <class Vector>
 std::uint64_t xorWords(const char* words, std::size_t count) {
-  constexpr std::size_t kWordsPerVector = Vector::kWidth / sizeof(std::uint64_t);
+  using Word = std::uint64_t;
+  constexpr std::size_t kWordsPerVector = Vector::kWidth / sizeof(Word);
   auto even = Vector::fill(0);
   auto odd = even;
   std::size_t done = 0;
   for (; count - done >= 2 * kWordsPerVector; done += 2 * kWordsPerVector) {
-    const char* at = words + done * sizeof(std::uint64_t);
+    const char* at = words + done * sizeof(Word);
     even = Vector::differ(even, Vector::load(at));
     odd = Vector::differ(odd, Vector::load(at + Vector::kWidth));
   }
   char lanes[Vector::kWidth];
   Vector::store(lanes, Vector::differ(even, odd));
-  std::uint64_t sum = 0;
-  for (std::size_t i = 0; i < kWordsPerVector; ++i) sum ^= wordAt(lanes, i);
-  for (; done < count; ++done) sum ^= wordAt(words, done);
+  Word sum = 0;
+  for (std::size_t i = 0; i < kWordsPerVector; ++i) sum ^= wordAt<Word>(lanes + i * sizeof(Word));
+  for (; done < count; ++done) sum ^= wordAt<Word>(words + done * sizeof(Word));
   return sum;
 }
 
@@ -244,6 +238,7 @@ constexpr Kernels kernelsOver() {
       .xorWords = xorWords<Vector>,
       .countUtf8Pairs = countUtf8Pairs<Vector>,
       .copyAscii = copyAscii<Vector>,
+      .holdsEither = holdsEither<typename Vector::Short>,
       .decodeUrl = decodeUrl<typename Vector::Short>,
       .encodeUrl = encodeUrl<typename Vector::Short>,
   };

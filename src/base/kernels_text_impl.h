@@ -12,6 +12,13 @@
 namespace pagescan {
 namespace {
 
+template <class Word>
+std::uint64_t wordAt(const char* at) {
+  Word word;
+  std::memcpy(&word, at, sizeof word);
+  return word;
+}
+
 // The kinds of bytes as ranges of signed numbers: continuation, lead, ASCII.
 constexpr char kFirstLead = -64;
 constexpr char kFirstAscii = 0;
@@ -121,6 +128,45 @@ const char* copyAscii(const char* begin, const char* end, char* out) {
   }
   while (begin < end && *begin >= kFirstAscii) *out++ = *begin++;
   return begin;
+}
+
+// Whether one of the bytes of a word is `c`.
+inline bool holds(std::uint64_t word, char c) {
+  constexpr std::uint64_t kOnes = ~std::uint64_t{0} / 255;
+  constexpr std::uint64_t kLowBits = kOnes * 0x7f;  // all but the top one of each byte
+  const std::uint64_t differences = word ^ (kOnes * static_cast<unsigned char>(c));
+  // The top bit of each byte that is not 0 gets set.
+  return (((differences & kLowBits) + kLowBits) | differences | kLowBits) != ~std::uint64_t{0};
+}
+
+// Less than 16 bytes: in two words that may overlap.
+inline bool holdsEitherShort(const char* begin, const char* end, char a, char b) {
+  const auto isIn = [&](std::uint64_t word) { return holds(word, a) || holds(word, b); };
+  if (end - begin >= 8) {
+    return isIn(wordAt<std::uint64_t>(begin)) || isIn(wordAt<std::uint64_t>(end - 8));
+  }
+  if (end - begin >= 4) {
+    return isIn(wordAt<std::uint32_t>(begin) << 32 | wordAt<std::uint32_t>(end - 4));
+  }
+  for (; begin < end; ++begin) {
+    if (*begin == a || *begin == b) return true;
+  }
+  return false;
+}
+
+template <class Vector>
+bool holdsEither(const char* begin, const char* end, char a, char b) {
+  constexpr auto kWidth = static_cast<std::ptrdiff_t>(Vector::kWidth);
+  if (end - begin < kWidth) return holdsEitherShort(begin, end, a, b);
+  const auto isIn = [first = Vector::fill(a), second = Vector::fill(b)](const char* at) {
+    const auto bytes = Vector::load(at);
+    const auto found = Vector::either(Vector::equal(bytes, first), Vector::equal(bytes, second));
+    return Vector::mask(found) != 0;
+  };
+  for (; end - begin > kWidth; begin += kWidth) {
+    if (isIn(begin)) return true;
+  }
+  return isIn(end - kWidth);
 }
 
 // Copies up to the first "%", or as far as vectors go, and returns whether one was met.
