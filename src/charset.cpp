@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
+#include <cstdint>
+#include <cstring>
 #include <iterator>
 #include <memory>
 #include <string_view>
@@ -43,27 +46,97 @@ static_assert(kFirstLatin1 + std::size(kLatin1Names) == 256);
 constexpr Entity kSpaces[] = {{"nbsp", ' '}};
 constexpr Entity kMarkup[] = {{"quot", '"'}, {"amp", '&'}, {"lt", '<'}, {"gt", '>'}};
 
-constexpr std::size_t kEntities = std::size(kSpaces) + std::size(kLatin1Names) + std::size(kMarkup);
-static_assert(kEntities == 100);
+// All of them, in the order of the dictionary.
+constexpr auto kEntities = [] {
+  std::array<Entity, std::size(kSpaces) + std::size(kLatin1Names) + std::size(kMarkup)> all{};
+  auto* next = std::copy(std::begin(kSpaces), std::end(kSpaces), all.begin());
+  unsigned char code = kFirstLatin1;
+  for (const std::string_view name : kLatin1Names) *next++ = {name, code++};
+  std::copy(std::begin(kMarkup), std::end(kMarkup), next);
+  return all;
+}();
+static_assert(kEntities.size() == 100);
 
 constexpr std::size_t kBuckets = 113;
 constexpr char kPattern[] = "&#?[a-zA-Z0-9]+;";
 
 constexpr std::size_t kLongestName = [] {
   std::size_t longest = 0;
-  for (const std::string_view name : kLatin1Names) longest = std::max(longest, name.size());
-  for (const Entity& entity : kSpaces) longest = std::max(longest, entity.name.size());
-  for (const Entity& entity : kMarkup) longest = std::max(longest, entity.name.size());
+  for (const Entity& entity : kEntities) longest = std::max(longest, entity.name.size());
   return longest;
 }();
 
-void add(RWHashDictionary& table, std::string_view name, int code) {
-  const char byte = static_cast<char>(code);
-  auto key = std::make_unique<RWCollectableString>(stringOf(name));
+void add(RWHashDictionary& table, const Entity& entity) {
+  const char byte = static_cast<char>(entity.code);
+  auto key = std::make_unique<RWCollectableString>(stringOf(entity.name));
   auto value = std::make_unique<RWCollectableString>(RWCString(&byte, 1));
   table.insertKeyAndValue(key.get(), value.get());
   key.release();
   value.release();
+}
+
+// The bytes of a name and its ";" as a number, the first one lowest.
+using NameWord = std::uint64_t;
+static_assert(kLongestName < sizeof(NameWord));
+
+constexpr NameWord wordOf(std::string_view name) {
+  NameWord word = toByte(';');
+  for (std::size_t i = name.size(); i-- > 0;) word = word << 8 | toByte(name[i]);
+  return word;
+}
+
+// The entities by their names as numbers: open addressing, 0 where a place is free.
+class EntitiesByWord {
+ public:
+  constexpr EntitiesByWord() {
+    for (const Entity& entity : kEntities) {
+      const NameWord name = wordOf(entity.name);
+      places_[placeOf(name)] = {name, static_cast<char>(entity.code)};
+    }
+  }
+
+  // Null for a name that is not among them.
+  const char* find(NameWord name) const {
+    const Place& place = places_[placeOf(name)];
+    return place.name == 0 ? nullptr : &place.byte;
+  }
+
+ private:
+  struct Place {
+    NameWord name = 0;
+    char byte = 0;
+  };
+  static constexpr std::size_t kPlaces = 509;
+
+  // Where the name is, or could be.
+  constexpr std::size_t placeOf(NameWord name) const {
+    std::size_t place = name % kPlaces;
+    while (places_[place].name != name && places_[place].name != 0) place = (place + 1) % kPlaces;
+    return place;
+  }
+
+  std::array<Place, kPlaces> places_{};
+};
+
+constexpr EntitiesByWord kEntitiesByWord;
+
+struct NamedReference {
+  std::size_t length;  // 0 where there is none
+  char byte;
+};
+
+// The reference to an entity at `at`, a "&". None is found close to the end.
+NamedReference readEntity(const char* at, const char* end) {
+  NameWord word;
+  if (end - at <= static_cast<std::ptrdiff_t>(sizeof word)) return {};
+  std::memcpy(&word, at + 1, sizeof word);
+  constexpr NameWord kLowBits = ~NameWord{0} / 255 * 0x7f;  // all but the top one of each byte
+  const NameWord rest = word ^ ~NameWord{0} / 255 * toByte(';');
+  const NameWord semicolons = ~(((rest & kLowBits) + kLowBits) | rest | kLowBits);
+  if (semicolons == 0) return {};
+  const int bits = std::countr_zero(semicolons) + 1;  // of the name and its ";"
+  const char* byte = kEntitiesByWord.find(word & ~NameWord{0} >> (64 - bits));
+  return byte ? NamedReference{static_cast<std::size_t>(bits) / 8 + 1, *byte} : NamedReference{};
 }
 
 // A reference as the pattern finds it, "&" and ";" included.
@@ -147,10 +220,7 @@ CTQCharSet::CTQCharSet(std::size_t buckets) : RWHashDictionary(buckets), pattern
 // Delegates first, so that the destructor cleans up when memory runs out half-way.
 CTQCharSet::CTQCharSet() : CTQCharSet(kBuckets) {
   pattern = new RWCRegexp(kPattern);
-  for (const Entity& entity : kSpaces) add(*this, entity.name, entity.code);
-  int code = kFirstLatin1;
-  for (const std::string_view name : kLatin1Names) add(*this, name, code++);
-  for (const Entity& entity : kMarkup) add(*this, entity.name, entity.code);
+  for (const Entity& entity : kEntities) add(*this, entity);
   if (msSingleton) pagescanLogError("CTQCharSet: a second instance takes the place of the first");
   msSingleton = this;
 }
@@ -165,29 +235,56 @@ CTQCharSet* CTQCharSet::fsGetSingleton() {
   return msSingleton;
 }
 
+namespace {
+
+// Puts bytes in the place of longer pieces of a text, from its begin to its end.
+class Shortener {
+ public:
+  explicit Shortener(RWCString& text) : text_(text) {}
+
+  void replace(std::size_t at, std::size_t length, char byte) {
+    if (!bytes_) bytes_ = &text_(0);
+    keepUpTo(at);
+    bytes_[written_++] = byte;
+    copied_ = at + length;
+  }
+
+  void finish() {
+    if (!bytes_) return;
+    keepUpTo(text_.length());
+    text_.resize(written_);
+  }
+
+ private:
+  void keepUpTo(std::size_t end) {
+    std::memmove(bytes_ + written_, bytes_ + copied_, end - copied_);
+    written_ += end - copied_;
+  }
+
+  RWCString& text_;
+  char* bytes_ = nullptr;    // writable once a piece was replaced
+  std::size_t written_ = 0;  // bytes that are final
+  std::size_t copied_ = 0;   // bytes of the text that they stand for
+};
+
+}  // namespace
+
+// Most references are to entities; the pattern finds them, too, and all others.
 void CTQCharSet::convert(RWCString& text) {
   Decoder decoder(*this);
-  char* bytes = nullptr;    // writable once something was decoded
-  std::size_t written = 0;  // bytes that are final
-  std::size_t copied = 0;   // bytes of the text that they stand for
-  std::size_t length = 0;
-  const auto keepUpTo = [&](std::size_t end) {
-    std::memmove(bytes + written, bytes + copied, end - copied);
-    written += end - copied;
-    copied = end;
-  };
-  for (std::size_t at = text.index(*pattern, &length, 0); at != RWCString::npos;
-       at = text.index(*pattern, &length, at + 1)) {
-    char byte = 0;
-    if (!decoder.decode(Reference(viewOf(text).substr(at, length)), byte)) continue;
-    if (!bytes) bytes = &text(0);
-    keepUpTo(at);
-    bytes[written++] = byte;
-    copied += length;
+  Shortener result(text);
+  for (std::size_t at = text.index('&'); at != RWCString::npos;) {
+    auto [length, byte] = readEntity(text.data() + at, endOf(text));
+    bool isDecoded = length > 0;
+    if (!isDecoded) {
+      at = text.index(*pattern, &length, at);
+      if (at == RWCString::npos) break;
+      isDecoded = decoder.decode(Reference(viewOf(text).substr(at, length)), byte);
+    }
+    if (isDecoded) result.replace(at, length, byte);
+    at = text.index('&', at + length);
   }
-  if (!bytes) return;
-  keepUpTo(text.length());
-  text.resize(written);
+  result.finish();
 }
 
 namespace {

@@ -8,7 +8,9 @@
 #include <string_view>
 #include <type_traits>
 
+#include "reference/charset.h"
 #include "rw/rwcollectables.h"
+#include "support/generated_texts.h"
 #include "support/placement.h"
 #include "support/texts.h"
 
@@ -57,8 +59,21 @@ std::string decoded(std::string_view bytes) {
 TEST(CTQCharSet, KnowsTheLatin1Names) {
   for (std::size_t i = 0; i < std::size(kLatin1Names); ++i) {
     const std::string reference = "&" + std::string(kLatin1Names[i]) + ";";
-    EXPECT_EQ(decoded(reference), std::string(1, static_cast<char>(161 + i))) << reference;
+    const std::string byte(1, static_cast<char>(161 + i));
+    EXPECT_EQ(decoded(reference), byte) << reference;
+    EXPECT_EQ(decoded(reference + " and more"), byte + " and more") << reference;
   }
+}
+
+// Names far from the end of a text are read another way than those close to it.
+TEST(Convert, GivesWhatItsTwinGivesAtEveryDistanceFromTheEnd) {
+  forEachText({"&", "a", "mp", "amp", "ETH;", ";", "\0"sv, "#", "65"}, 4, [](std::string text) {
+    for (int i = 0; i < 9; ++i, text += '.') {
+      std::string expected = text;
+      reference::convert(expected);
+      ASSERT_EQ(decoded(text), expected) << testing::PrintToString(text);
+    }
+  });
 }
 
 TEST(CTQCharSet, IsADictionaryOfAHundredNames) {
@@ -105,6 +120,9 @@ constexpr ReferenceCase kNamed[] = {
     {HERE, "&"sv, "&"sv},
     {HERE, "& amp;"sv, "& amp;"sv},
     {HERE, "&am\0p;"sv, "&am\0p;"sv},
+    {HERE, "&amp\0; and more"sv, "&amp\0; and more"sv},
+    {HERE, "&; and more"sv, "&; and more"sv},
+    {HERE, "&amp;; and more"sv, "&; and more"sv},
     {HERE, "&am-p;"sv, "&am-p;"sv},
     {HERE, "&\xE4;"sv, "&\xE4;"sv},
     {HERE, "&&lt;"sv, "&<"sv},
