@@ -15,6 +15,7 @@
 #define PAGESCAN_BASE_KERNELS_IMPL_H
 
 #include <bit>
+#include <cstdint>
 
 #include "base/kernels.h"
 #include "base/kernels_text_impl.h"
@@ -64,30 +65,41 @@ class NeedleFilter {
   std::size_t distance_;
 };
 
-// The first of the candidates in a vector at `at` that is the needle, or null.
-template <class Mask>
-const char* firstOf(Mask candidates, const char* at, const Needle& needle) {
+// The first of the candidates in a vector at `at` that is accepted, or null.
+template <class Mask, class Accept>
+const char* firstOf(Mask candidates, const char* at, Accept& accept) {
   for (; candidates != 0; candidates &= candidates - 1) {
-    const char* begin = at + std::countr_zero(candidates) - needle.lead;
-    if (standsAt(begin, needle)) return begin;
+    const char* candidate = at + std::countr_zero(candidates);
+    if (accept(candidate)) return candidate;
   }
   return nullptr;
 }
 
-// Four vectors at a time, one by one where there are candidates; at last the rest together with
-// bytes that were looked at before.
-template <class Vector, bool kFirstFolds, bool kSecondFolds>
-const char* findTextFolding(const char* begin, const char* end, const Needle& needle) {
+// The first aligned place behind `at`.
+template <class Vector>
+const char* alignedBehind(const char* at) {
+  return at + (Vector::kWidth - reinterpret_cast<std::uintptr_t>(at) % Vector::kWidth);
+}
+
+// The first place in [at, last) where both probes fit and that is accepted, or null. Four vectors
+// at a time, one by one where there are candidates; the first and the last together with bytes that
+// are looked at once more.
+template <class Vector, bool kFirstFolds, bool kSecondFolds, class Accept>
+const char* findProbesFolding(const char* at, const char* last, const Needle& probes,
+                              Accept& accept) {
   constexpr auto kWidth = static_cast<std::ptrdiff_t>(Vector::kWidth);
-  const NeedleFilter<Vector, kFirstFolds, kSecondFolds> filter(needle);
-  const char* at = begin + needle.lead;
-  const char* last = end - (needle.length - 1) + needle.lead;  // behind the last candidate
+  const NeedleFilter<Vector, kFirstFolds, kSecondFolds> filter(probes);
+  const auto firstIn = [&](const char* vector) {
+    return firstOf(Vector::mask(filter.at(vector)), vector, accept);
+  };
   if (last - at < kWidth) {
-    for (; begin <= end - needle.length; ++begin) {
-      if (standsAt(begin, needle)) return begin;
+    for (; at < last; ++at) {
+      if (accept(at)) return at;
     }
-    return end;
+    return nullptr;
   }
+  if (const char* found = firstIn(at)) return found;
+  at = alignedBehind<Vector>(at);
   while (at < last) {
     while (last - at >= 4 * kWidth) {
       const auto low = Vector::either(filter.at(at), filter.at(at + kWidth));
@@ -97,24 +109,33 @@ const char* findTextFolding(const char* begin, const char* end, const Needle& ne
     }
     for (int i = 0; i < 4 && at < last; ++i, at += kWidth) {
       if (last - at < kWidth) at = last - kWidth;
-      const auto candidates = Vector::mask(filter.at(at));
-      if (candidates == 0) continue;
-      if (const char* found = firstOf(candidates, at, needle)) return found;
+      if (const char* found = firstIn(at)) return found;
     }
   }
-  return end;
+  return nullptr;
 }
 
-template <class Vector>
-const char* findText(const char* begin, const char* end, const Needle& needle) {
-  const bool firstFolds = needle.first.fold != 0;
-  const bool secondFolds = needle.second.fold != 0;
+template <class Vector, class Accept>
+const char* findProbes(const char* at, const char* last, const Needle& probes, Accept accept) {
+  const bool firstFolds = probes.first.fold != 0;
+  const bool secondFolds = probes.second.fold != 0;
   if (firstFolds) {
-    return secondFolds ? findTextFolding<Vector, true, true>(begin, end, needle)
-                       : findTextFolding<Vector, true, false>(begin, end, needle);
+    return secondFolds ? findProbesFolding<Vector, true, true>(at, last, probes, accept)
+                       : findProbesFolding<Vector, true, false>(at, last, probes, accept);
   }
-  return secondFolds ? findTextFolding<Vector, false, true>(begin, end, needle)
-                     : findTextFolding<Vector, false, false>(begin, end, needle);
+  return secondFolds ? findProbesFolding<Vector, false, true>(at, last, probes, accept)
+                     : findProbesFolding<Vector, false, false>(at, last, probes, accept);
+}
+
+// What searches call is made part of them: behind a call, g++ 12 may take the wide registers for
+// clean and leave them dirty, which slows down what comes next by some dozens of ns.
+template <class Vector>
+[[gnu::flatten]] const char* findText(const char* begin, const char* end, const Needle& needle) {
+  const char* last = end - (needle.length - 1) + needle.lead;  // behind the last candidate
+  const char* found =
+      findProbes<Vector>(begin + needle.lead, last, needle,
+                         [&needle](const char* at) { return standsAt(at - needle.lead, needle); });
+  return found ? found - needle.lead : end;
 }
 
 // One bit for each byte of 64 that is a "<" without a "/" behind it: closing tags are half of all.
