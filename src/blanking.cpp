@@ -3,7 +3,9 @@
 #include <cstring>
 #include <string_view>
 
+#include "base/delimiters.h"
 #include "base/kernels.h"
+#include "base/search.h"
 #include "text_view.h"
 
 namespace pagescan {
@@ -11,10 +13,8 @@ namespace {
 
 constexpr std::string_view kParagraph = "<p>";
 constexpr std::string_view kParagraphEnd = "</p>";
-constexpr CaselessText kScript = "<SCRIPT";
-constexpr CaselessText kScriptEnd = "</SCRIPT>";
-constexpr CaselessText kComment = "<!--";
-constexpr CaselessText kCommentEnd = "-->";
+constexpr Delimiters kScript("<script", "</script>");
+constexpr Delimiters kComment("<!--", "-->");
 
 // Overwrites bytes of a text in place; the text is unshared before the first of them changes.
 class Overwriter {
@@ -45,40 +45,24 @@ class Overwriter {
 
 // --- One kind of region after the other -------------------------------------------------------
 
-// A region from the first byte of its opening delimiter to the first one of its closing delimiter.
-struct Region {
-  std::size_t start;
-  std::size_t close;
-};
-
-// The first `close` at or after `pos` and the first `open` there; false when there is no `close`,
-// or when no `open` begins before it.
-bool findRegion(const RWCString& text, const CaselessText& open, const CaselessText& close,
-                std::size_t pos, Region& region) {
-  const char* from = text.data() + pos;
-  const char* end = endOf(text);
-  const char* closeAt = findIgnoringCase(from, end, close);
-  if (closeAt == end) return false;
-  const auto left = static_cast<std::size_t>(end - closeAt);
-  const char* limit = open.size() < left ? closeAt + open.size() : end;
-  const char* start = findIgnoringCase(from, limit, open);
-  if (start >= closeAt) return false;
-  region = {offsetIn(text, start), offsetIn(text, closeAt)};
-  return true;
-}
-
 struct Script {
-  Region region;
+  std::size_t start;
   std::size_t tagEnd;  // the first ">" behind the opening delimiter
+  std::size_t close;
 
-  bool isEndless() const { return tagEnd >= region.close; }
-  std::size_t end() const { return region.close + kScriptEnd.size(); }
+  bool isEndless() const { return tagEnd >= close; }
+  std::size_t end() const { return close + kScript.close().size(); }
 };
+
+Script scriptAt(std::size_t start, std::size_t close, const RWCString& text) {
+  return {start, text.index('>', start + 1), close};
+}
 
 // The next script element at or after `pos`.
 bool findScript(const RWCString& text, std::size_t pos, Script& script) {
-  if (!findRegion(text, kScript, kScriptEnd, pos, script.region)) return false;
-  script.tagEnd = text.index('>', script.region.start + 1);
+  Region region{};
+  if (!kScript.find(text.data() + pos, endOf(text), region)) return false;
+  script = scriptAt(offsetIn(text, region.open), offsetIn(text, region.close), text);
   return true;
 }
 
@@ -91,16 +75,16 @@ bool findScript(const RWCString& text, std::size_t pos, Script& script) {
 
 void blankBody(const Script& script, Overwriter& overwriter) {
   if (script.isEndless()) neverReturn();
-  overwriter.fill(script.tagEnd + 1, script.region.close);
+  overwriter.fill(script.tagEnd + 1, script.close);
 }
 
-void blankRegionsFrom(std::size_t pos, const CaselessText& open, const CaselessText& close,
-                      RWCString& text) {
+void blankRegionsFrom(std::size_t pos, const Delimiters& delimiters, RWCString& text) {
   Overwriter overwriter(text);
   Region region{};
-  while (pos < text.length() && findRegion(text, open, close, pos, region)) {
-    pos = region.close + close.size();
-    overwriter.makeParagraph(region.start, pos);
+  while (pos < text.length() && delimiters.find(text.data() + pos, endOf(text), region)) {
+    const std::size_t start = offsetIn(text, region.open);
+    pos = offsetIn(text, region.close) + delimiters.close().size();
+    overwriter.makeParagraph(start, pos);
   }
 }
 
@@ -142,14 +126,15 @@ class PageBlanker {
   bool takeMark(std::size_t pos) {
     switch (text_.data()[pos + 1]) {
       case '-':
-        return closeComment(pos + kCommentEnd.size());
+        return closeComment(pos + kComment.close().size());
       case '!':
-        if (comment_ == RWCString::npos && isAt(pos, kComment)) comment_ = pos;
+        if (comment_ == RWCString::npos && isAt(pos, kComment.open())) comment_ = pos;
         return true;
       case '/':
-        return pos < scriptsEnd_ || !isAt(pos, kScriptEnd) || blankComments();
+        return pos < scriptsEnd_ || !isAt(pos, kScript.close()) || blankComments();
       default:
-        return pos < scriptsEnd_ || !isAt(pos, kScript) || takeScript(pos) || blankComments();
+        return pos < scriptsEnd_ || !isAt(pos, kScript.open()) || takeScript(pos) ||
+               blankComments();
     }
   }
 
@@ -170,9 +155,10 @@ class PageBlanker {
 
   // Blanks the script that opens at `start`; false when it is not closed.
   bool takeScript(std::size_t start) {
-    const char* closeAt = findIgnoringCase(text_.data() + start, endOf(text_), kScriptEnd);
-    if (closeAt == endOf(text_)) return false;
-    const Script script{{start, offsetIn(text_, closeAt)}, text_.index('>', start + 1)};
+    const char* end = endOf(text_);
+    const char* closeAt = findIgnoringCase(text_.data() + start, end, kScript.close());
+    if (closeAt == end) return false;
+    const Script script = scriptAt(start, offsetIn(text_, closeAt), text_);
     blankBody(script, overwriter_);
     bodyStart_ = script.tagEnd + 1;
     scriptsEnd_ = script.end();
@@ -181,7 +167,7 @@ class PageBlanker {
 
   // Scripts are over: comments are left.
   bool blankComments() {
-    blankRegionsFrom(commentsEnd_, kComment, kCommentEnd, text_);
+    blankRegionsFrom(commentsEnd_, kComment, text_);
     return false;
   }
 
@@ -195,8 +181,8 @@ class PageBlanker {
 
 }  // namespace
 
-void blankRegions(RWCString& text, const CaselessText& open, const CaselessText& close) {
-  blankRegionsFrom(0, open, close, text);
+void blankRegions(RWCString& text, std::string_view open, std::string_view close) {
+  blankRegionsFrom(0, Delimiters(open, close), text);
 }
 
 void blankScripts(RWCString& text) {
@@ -210,7 +196,7 @@ void blankScriptsAndComments(RWCString& text) {
 std::size_t findEndlessScript(const RWCString& text) {
   Script script{};
   for (std::size_t pos = 0; findScript(text, pos, script); pos = script.end()) {
-    if (script.isEndless()) return script.region.start;
+    if (script.isEndless()) return script.start;
   }
   return RWCString::npos;
 }

@@ -3,15 +3,15 @@
 #define PAGESCAN_BLANKING_H
 
 #include <cstddef>
+#include <string_view>
 
-#include "base/search.h"
 #include "rw/rwcstring.h"
 
 namespace pagescan {
 
 // The rules are those of tqOverwriteTagWithBlanks, tqOverwriteScriptWithBlanks and
 // tqFindEndlessScript.
-void blankRegions(RWCString& text, const CaselessText& open, const CaselessText& close);
+void blankRegions(RWCString& text, std::string_view open, std::string_view close);
 void blankScripts(RWCString& text);
 std::size_t findEndlessScript(const RWCString& text);
 

@@ -336,6 +336,20 @@ TEST(RandomTwins, FindEndlessScriptsAlike) {
   }
 }
 
+// Delimiters of the same few bytes, so that they overlap and share some.
+TEST(RandomTwins, BlankingBetweenDelimitersOfTheSameBytes) {
+  RandomTexts random;
+  Comparison compare("blanktag");
+  const Pieces bytes = {"-", "-", "!", "<", ">", "x"};
+  const Pieces delimiters = {"<!--", "-->", "--", "-!-", "!--", "->", "<->", "x-!", "-x-->"};
+  const std::size_t count = inShortOrDeepRun(60000, 2000000);
+  for (std::size_t i = 0; i < count; ++i) {
+    const std::string plain(random.number(150), 'x');
+    const std::string text = random.text(bytes, 12) + plain + random.text(bytes, 100);
+    compare({text, pieceOf(random, delimiters), pieceOf(random, delimiters)});
+  }
+}
+
 // --- A whole page -----------------------------------------------------------------------------
 
 std::string samplePage() {

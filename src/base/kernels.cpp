@@ -11,6 +11,7 @@ namespace {
 Kernels withSearches(const SearchKernels& searches) {
   Kernels kernels = kAvx2Kernels;
   kernels.findText = searches.findText;
+  kernels.findRegion = searches.findRegion;
   kernels.findTag = searches.findTag;
   kernels.findMark = searches.findMark;
   return kernels;

@@ -30,6 +30,12 @@ struct Needle {
   ByteProbe second;
 };
 
+// Where two delimiters stand; null for one that was not found.
+struct Region {
+  const char* open;
+  const char* close;
+};
+
 // Pairs of neighbouring bytes as isUtf8 judges them.
 struct PairCount {
   std::size_t good;  // a lead byte and a continuation byte
@@ -83,6 +89,10 @@ struct TagFilter {
 struct Kernels {
   // The first place of the needle, or `end`.
   const char* (*findText)(const char* begin, const char* end, const Needle& needle);
+
+  // The first place of `close` in a range not shorter than their distance, and the first one of
+  // `open`, at least when it lies before. The two have the same probes at the same distance.
+  Region (*findRegion)(const char* begin, const char* end, const Needle& open, const Needle& close);
 
   // The first "<" that passes the filter, or `end`. `end` bounds the "<" alone: three bytes behind
   // it must be readable.

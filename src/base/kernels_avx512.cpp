@@ -108,6 +108,7 @@ const char* findMark512(const char* begin, const char* limit, const char* end) {
 
 constinit const SearchKernels kAvx512Searches = {
     .findText = findTextByLength,
+    .findRegion = findRegion<Avx512>,
     .findTag = findTag512,
     .findMark = findMark512,
 };

@@ -138,6 +138,27 @@ template <class Vector>
   return found ? found - needle.lead : end;
 }
 
+// Both delimiters in one pass. Where a closing one was found first, the search ends at the next
+// place that is too late for an opening one.
+template <class Vector>
+[[gnu::flatten]] Region findRegion(const char* begin, const char* end, const Needle& open,
+                                   const Needle& close) {
+  Region region{};
+  const auto takes = [begin, end](const char* at, const Needle& needle) {
+    return at - begin >= static_cast<std::ptrdiff_t>(needle.lead) &&
+           end - at >= static_cast<std::ptrdiff_t>(needle.length - needle.lead) &&
+           standsAt(at - needle.lead, needle);
+  };
+  const auto accept = [&](const char* at) {
+    const bool isTooLate = region.close && at - open.lead >= region.close;
+    if (!region.open && !isTooLate && takes(at, open)) region.open = at - open.lead;
+    if (!region.close && takes(at, close)) region.close = at - close.lead;
+    return region.close && (region.open || isTooLate);
+  };
+  findProbesFolding<Vector, false, false>(begin, end - open.distance, open, accept);
+  return region;
+}
+
 // One bit for each byte of 64 that is a "<" without a "/" behind it: closing tags are half of all.
 template <class Vector>
 std::uint64_t openings(const char* at) {
@@ -253,6 +274,7 @@ template <class Vector>
 constexpr Kernels kernelsOver() {
   return {
       .findText = findText<Vector>,
+      .findRegion = findRegion<Vector>,
       .findTag = findTag<Vector>,
       .findMark = findMark<Vector>,
       .skipWhiteSpace = skipWhiteSpace<Vector>,

@@ -12,6 +12,7 @@ extern const Kernels kAvx2Kernels;
 // The kernels that gain from vectors wider still.
 struct SearchKernels {
   decltype(Kernels::findText) findText;
+  decltype(Kernels::findRegion) findRegion;
   decltype(Kernels::findTag) findTag;
   decltype(Kernels::findMark) findMark;
 };

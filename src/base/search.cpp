@@ -7,9 +7,6 @@
 namespace pagescan {
 namespace {
 
-// Up to this length a candidate is simply compared: that costs a constant.
-constexpr std::size_t kShortText = 32;
-
 // A way to cut a text in two such that a match can be tried from the cut to the right first.
 struct Factorization {
   std::size_t cut;

@@ -82,30 +82,37 @@ class SearchedText {
     const std::size_t rarest = rarestBut(text.size());
     const std::size_t second = text.size() > 1 ? rarestBut(rarest) : rarest;
     const std::size_t far = rarest < second ? second : rarest;
-    needle_.lead = rarest < second ? rarest : second;
-    needle_.distance = far - needle_.lead;
-    needle_.first = probeFor(text[needle_.lead]);
-    needle_.second = probeFor(text[far]);
+    const std::size_t lead = rarest < second ? rarest : second;
+    probeAt(lead, far - lead);
   }
 
   constexpr std::string_view text() const { return {needle_.text, needle_.length}; }
   constexpr std::size_t size() const { return needle_.length; }
   constexpr const Needle& needle() const { return needle_; }
 
- private:
-  // What pages are full of, the most frequent byte first; all others are rare.
-  static constexpr std::string_view kFrequent = " etaionsrlc\"d/=<-phum>fgb.0w1y2v:_;3";
+  // Has the candidates found by the two bytes at `lead` and `distance` behind it.
+  constexpr void probeAt(std::size_t lead, std::size_t distance) {
+    needle_.lead = lead;
+    needle_.distance = distance;
+    needle_.first = probeFor(needle_.text[lead]);
+    needle_.second = probeFor(needle_.text[lead + distance]);
+  }
 
-  static constexpr std::size_t frequencyRank(char c) {
+  // How seldom pages hold the byte; letters of either case alike.
+  static constexpr std::size_t rarity(char c) {
     const std::size_t rank = kFrequent.find(toLower(c));
     return rank == std::string_view::npos ? kFrequent.size() : rank;
   }
+
+ private:
+  // What pages are full of, the most frequent byte first; all others are rare.
+  static constexpr std::string_view kFrequent = " etaionsrlc\"d/=<-phum>fgb.0w1y2v:_;3";
 
   // The place of the rarest byte that does not stand at `excluded`.
   constexpr std::size_t rarestBut(std::size_t excluded) const {
     std::size_t best = excluded == 0 ? 1 : 0;
     for (std::size_t i = best + 1; i < needle_.length; ++i) {
-      const bool isRarer = frequencyRank(needle_.text[i]) > frequencyRank(needle_.text[best]);
+      const bool isRarer = rarity(needle_.text[i]) > rarity(needle_.text[best]);
       if (i != excluded && isRarer) best = i;
     }
     return best;
@@ -127,6 +134,9 @@ class CaselessText : public SearchedText {
   constexpr CaselessText(const char* text)  // NOLINT(google-explicit-constructor)
       : CaselessText(std::string_view(text)) {}
 };
+
+// Up to this length a candidate is simply compared: that costs a constant.
+inline constexpr std::size_t kShortText = 32;
 
 // An empty text is found at `begin`.
 const char* findText(const char* begin, const char* end, std::string_view text);
