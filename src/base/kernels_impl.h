@@ -37,6 +37,9 @@ inline bool standsAt(const char* at, const Needle& needle) {
   return true;
 }
 
+// As many bytes as a mask has bits.
+constexpr std::ptrdiff_t kBlock = 64;
+
 // Which bytes of a vector may be the first of the needle's two. Without folding a probe costs one
 // comparison.
 template <class Vector, bool kFirstFolds, bool kSecondFolds>
@@ -49,6 +52,24 @@ class NeedleFilter {
         secondFold_(Vector::fill(needle.second.fold)),
         distance_(needle.distance) {}
 
+  // Whether a place in whole vectors fits.
+  bool fitsIn(const char* begin, std::ptrdiff_t length) const {
+    auto any = at(begin);
+    for (const char* next = begin + kWidth; next < begin + length; next += kWidth) {
+      any = Vector::either(any, at(next));
+    }
+    return Vector::mask(any) != 0;
+  }
+
+  // Of a block, a bit for each place that fits.
+  std::uint64_t placesIn(const char* block) const {
+    std::uint64_t places = 0;
+    for (std::ptrdiff_t i = 0; i < kBlock; i += kWidth) {
+      places |= std::uint64_t{Vector::mask(at(block + i))} << i;
+    }
+    return places;
+  }
+
   auto at(const char* at) const {
     const auto near = Vector::load(at);
     const auto far = Vector::load(at + distance_);
@@ -58,6 +79,8 @@ class NeedleFilter {
   }
 
  private:
+  static constexpr auto kWidth = static_cast<std::ptrdiff_t>(Vector::kWidth);
+
   typename Vector::Type first_;
   typename Vector::Type firstFold_;
   typename Vector::Type second_;
@@ -81,9 +104,8 @@ const char* alignedBehind(const char* at) {
   return at + (Vector::kWidth - reinterpret_cast<std::uintptr_t>(at) % Vector::kWidth);
 }
 
-// The first place in [at, last) where both probes fit and that is accepted, or null. Four vectors
-// at a time, one by one where there are candidates; the first and the last together with bytes that
-// are looked at once more.
+// The first place in [at, last) where both probes fit and that is accepted, or null. 128 bytes at a
+// time; the first vector and the last one together with bytes that are looked at once more.
 template <class Vector, bool kFirstFolds, bool kSecondFolds, class Accept>
 const char* findProbesFolding(const char* at, const char* last, const Needle& probes,
                               Accept& accept) {
@@ -100,17 +122,15 @@ const char* findProbesFolding(const char* at, const char* last, const Needle& pr
   }
   if (const char* found = firstIn(at)) return found;
   at = alignedBehind<Vector>(at);
-  while (at < last) {
-    while (last - at >= 4 * kWidth) {
-      const auto low = Vector::either(filter.at(at), filter.at(at + kWidth));
-      const auto high = Vector::either(filter.at(at + 2 * kWidth), filter.at(at + 3 * kWidth));
-      if (Vector::mask(Vector::either(low, high)) != 0) break;
-      at += 4 * kWidth;
+  for (; last - at >= 2 * kBlock; at += 2 * kBlock) {
+    if (!filter.fitsIn(at, 2 * kBlock)) continue;
+    for (const char* block : {at, at + kBlock}) {
+      if (const char* found = firstOf(filter.placesIn(block), block, accept)) return found;
     }
-    for (int i = 0; i < 4 && at < last; ++i, at += kWidth) {
-      if (last - at < kWidth) at = last - kWidth;
-      if (const char* found = firstIn(at)) return found;
-    }
+  }
+  for (; at < last; at += kWidth) {
+    if (last - at < kWidth) at = last - kWidth;
+    if (const char* found = firstIn(at)) return found;
   }
   return nullptr;
 }
