@@ -56,7 +56,7 @@ constexpr MatchCase kLiterals[] = {
     {HERE, "*a", "b*a"sv, 0, 1, 2},     {HERE, "", ""sv, 0, 0, 0},
     {HERE, "", "ab"sv, 1, 1, 0},        {HERE, "", "ab"sv, 2, 2, 0},
     {HERE, "", "ab"sv, 3, npos, 0},     {HERE, "\\t", "]e\\t=]"sv, 0, npos, 0},
-    {HERE, "a\\", "a\\"sv, 0, 0, 2},
+    {HERE, "a\\", "xa\\"sv, 0, 1, 2},
 };
 
 TEST(RWCRegexp, MatchesLiteralBytes) {
@@ -83,6 +83,9 @@ constexpr MatchCase kClasses[] = {
     {HERE, "[\\n]", "\n"sv, 0, 0, 1},
     {HERE, "a[bc]d", "abdacd"sv, 1, 3, 3},
     {HERE, "a[bc]d", "abd"sv, 0, 0, 3},
+    // One that is not closed ends with the pattern.
+    {HERE, "[ab", "xb"sv, 0, 1, 1},
+    {HERE, "x[ab", "axb"sv, 0, 1, 2},
 };
 
 TEST(RWCRegexp, MatchesClasses) {
@@ -119,9 +122,22 @@ TEST(RWCRegexp, RepeatsTheLongestRun) {
 }
 
 constexpr MatchCase kAnchors[] = {
-    {HERE, "^a", "ab"sv, 0, 0, 1},    {HERE, "^a", "ba"sv, 0, npos, 0},
-    {HERE, "^", ""sv, 0, 0, 0},       {HERE, "^a*", "baa"sv, 0, 0, 0},
-    {HERE, "^a*b", "aab"sv, 0, 0, 3}, {HERE, "\\^a", "b^a"sv, 0, 1, 2},
+    {HERE, "^a", "ab"sv, 0, 0, 1},
+    {HERE, "^a", "ba"sv, 0, npos, 0},
+    {HERE, "^", ""sv, 0, 0, 0},
+    {HERE, "^a*", "baa"sv, 0, 0, 0},
+    {HERE, "^a*b", "aab"sv, 0, 0, 3},
+    {HERE, "\\^a", "b^a"sv, 0, 1, 2},
+    {HERE, "^a", "aa"sv, 1, npos, 0},
+    {HERE, "^", "a"sv, 1, npos, 0},
+    // What may be left out looks like what follows it.
+    {HERE, "^a*ab", "aaab"sv, 0, 0, 4},
+    {HERE, "^a*ab", "baab"sv, 0, npos, 0},
+    {HERE, "^a*ab", "acab"sv, 0, npos, 0},
+    {HERE, "^a*a", "aab"sv, 0, 0, 2},
+    {HERE, "^ba*ab", "baaab"sv, 0, 0, 5},
+    {HERE, "^a?ab", "aab"sv, 0, 0, 3},
+    {HERE, "^a*ab", "aab"sv, 1, npos, 0},
 };
 
 TEST(RWCRegexp, HoldsAnAnchorToTheStart) {

@@ -4,8 +4,8 @@
 //            control characters and a backslash before any other byte for that byte, inside and
 //            outside classes; "*", "+" and "?" behind a byte or a class; "^" in front of all for
 //            the start of the text searched. Nothing else is special: "." and a "^" elsewhere are
-//            literal bytes. An operator with nothing before it is a literal byte, an unclosed
-//            class ends with the pattern.
+//            literal bytes. An operator with nothing before it and a backslash with nothing behind
+//            it are literal bytes, an unclosed class ends with the pattern.
 // Matches    are leftmost, then longest.
 // Cost       linear in the text, whatever the text: nothing is ever tried again.
 // Threads    a pattern may be searched with on any number of threads at once.

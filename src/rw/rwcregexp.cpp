@@ -194,9 +194,8 @@ struct RWCRegexp::Program {
       if (isIdle && !isAnchored) at = nextStart(at, end);
       if (!best && starts[0] == nullptr && (!isAnchored || at == from)) starts[0] = at;
       passOptionalItems(starts);
-      if (const char* matched = std::exchange(starts.back(), nullptr)) {
-        if (!best || matched <= best->begin) best = Match{matched, at};
-      }
+      // Never a later start than the best one: those are dropped.
+      if (const char* matched = std::exchange(starts.back(), nullptr)) best = Match{matched, at};
       if (best) dropLaterThan(best->begin, starts);
       if (at == end) break;
       takeByte(*at, starts);
