@@ -71,9 +71,7 @@ CZKHTMLDietAttributeObject* CZKHTMLDietTransactionsObject::GetFirstAttributeObje
 bool CZKHTMLDietTransactionsObject::GetAttributeNames(RWOrdered& names) {
   names.clear();
   RWHashDictionaryIterator next(attributeIndex);
-  while (RWCollectable* key = next()) {
-    if (dynamic_cast<RWCollectableString*>(key)) names.insert(key);
-  }
+  while (RWCollectable* key = next()) names.insert(key);
   return names.entries() > 0;
 }
 
