@@ -99,6 +99,14 @@ TEST(Placeholder, IsReadAfreshOnEveryUse) {
   });
 }
 
+TEST(Placeholder, MayBeLong) {
+  const std::string escape(5000, '#');
+  const PlaceholderSetting setting(escape.c_str(), 5000);
+  RWCString text("a%zz+%zy");
+  EXPECT_FALSE(UrlEncoding::DecodeString(text, UrlEncoding::eChrome94));
+  EXPECT_EQ(bytesOf(text), "a" + escape + "zz+" + escape + "zy");
+}
+
 TEST(Placeholder, OfAHostGovernsTheChecksToo) {
   const PlaceholderSetting setting("A", 1);
   // "A" comes out of the encoder as "%".
