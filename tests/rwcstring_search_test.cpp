@@ -7,6 +7,7 @@
 #include "rw/rwcregexp.h"
 #include "rw/rwcstring.h"
 #include "support/placement.h"
+#include "support/texts.h"
 
 namespace pagescan {
 namespace {
@@ -128,6 +129,54 @@ TEST(RWCStringIndex, FindsPatternsOfEveryLengthAtEveryPlace) {
         ASSERT_EQ(text.index(pattern.c_str()), npos);
         ASSERT_EQ(text.index(pattern.c_str(), at + 1, RWCString::ignoreCase), npos);
       }
+    }
+  }
+}
+
+std::string inUpperCase(std::string text) {
+  for (char& c : text) {
+    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 32);
+  }
+  return text;
+}
+
+// Letters in lower case alone, so that the standard library's search tells the answers.
+void expectSearches(const std::string& bytes, const std::string& pattern) {
+  Placement place(Placement::kBeforeGuardPage);
+  const RWCString& text = place.constString(bytes);
+  const RWCString& searched = place.constString(pattern);
+  const RWCString& upper = place.constString(inUpperCase(pattern));
+  for (std::size_t start = 0; start <= bytes.size(); start += 7) {
+    const std::size_t expected = bytes.find(pattern, start);
+    ASSERT_EQ(text.index(searched, start), expected) << bytes;
+    ASSERT_EQ(text.index(upper, start, RWCString::ignoreCase), expected) << bytes;
+  }
+}
+
+// Patterns with and without a period, and texts that hold every beginning and end of them.
+TEST(RWCStringIndex, FindsLongPatterns) {
+  const std::string patterns[] = {
+      std::string(40, 'a'),
+      std::string(39, 'a') + "b",
+      "b" + std::string(39, 'a'),
+      repeated("ab", 20),
+      repeated("ba", 20) + "c",
+      repeated("aab", 14) + "a",
+      "a" + repeated("aba", 13),
+      repeated("abc", 7) + "x" + repeated("abc", 7),
+      repeated("abcdefghij", 5),
+      repeated("cba", 12),
+      "the needle in this haystack is a long one",
+  };
+  for (const std::string& pattern : patterns) {
+    for (std::size_t cut = 0; cut <= pattern.size(); ++cut) {
+      const std::string head = pattern.substr(0, cut);
+      const std::string tail = pattern.substr(cut);
+      expectSearches(head + "-" + tail, pattern);
+      expectSearches(head + "-" + tail + pattern, pattern);
+      expectSearches(tail + pattern + head, pattern);
+      expectSearches(head + pattern, pattern);
+      expectSearches(tail + head, pattern);
     }
   }
 }
