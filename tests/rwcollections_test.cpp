@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <set>
 #include <stdexcept>
@@ -123,6 +124,23 @@ TEST(RWCollectable, ObjectsOfDifferentKindsAreNeverEqual) {
   EXPECT_FALSE(plain.isEqual(&text));
 }
 
+TEST(RWCollectable, NothingEqualsNull) {
+  EXPECT_FALSE(RWCollectable().isEqual(nullptr));
+  EXPECT_FALSE(RWCollectableString("").isEqual(nullptr));
+  EXPECT_FALSE(RWCollectableInt(0).isEqual(nullptr));
+}
+
+TEST(RWCollectable, ObjectsOfDifferentKindsSortByAddress) {
+  const RWCollectableInt number(7);
+  const RWCollectableString text("7");
+  const RWCollectable* const objects[] = {&number, &text};
+  const bool numberComesFirst = std::less<>()(objects[0], objects[1]);
+  EXPECT_EQ(number.compareTo(objects[1]) < 0, numberComesFirst);
+  EXPECT_EQ(text.compareTo(objects[0]) < 0, !numberComesFirst);
+  EXPECT_NE(number.compareTo(objects[1]), 0);
+  EXPECT_NE(text.compareTo(objects[0]), 0);
+}
+
 TEST(RWCollectable, IsIdentifiedByItsAddress) {
   const RWCollectable objects[2];
   EXPECT_TRUE(objects[0].isEqual(&objects[0]));
@@ -199,6 +217,15 @@ TEST(RWOrdered, ClearAndDestroyDeletesEveryElement) {
   list.clearAndDestroy();
   list.clearAndDestroy();
   EXPECT_EQ(alive, 0);
+}
+
+TEST(RWOrdered, HoldsNullElements) {
+  RWOrdered list;
+  EXPECT_EQ(list.insert(nullptr), nullptr);
+  ASSERT_EQ(list.entries(), 1U);
+  EXPECT_EQ(list.at(0), nullptr);
+  list.clearAndDestroy();
+  EXPECT_EQ(list.entries(), 0U);
 }
 
 TEST(RWOrdered, CopiesHoldTheSameElements) {
@@ -340,6 +367,19 @@ TEST(RWHashDictionary, HoldsNullValues) {
   EXPECT_TRUE(dictionary.contains(&key));
   EXPECT_EQ(dictionary.findValue(&key), nullptr);
   dictionary.clear();
+  int alive = 0;
+  dictionary.insertKeyAndValue(new Counted("key", alive), nullptr);
+  dictionary.clearAndDestroy();
+  EXPECT_EQ(alive, 0);
+}
+
+TEST(RWHashDictionary, TakesAndFindsNoNullKey) {
+  Filled filled(2);
+  RWCollectableInt value(-1);
+  EXPECT_EQ(filled.dictionary.insertKeyAndValue(nullptr, &value), nullptr);
+  EXPECT_FALSE(filled.dictionary.contains(nullptr));
+  EXPECT_EQ(filled.dictionary.findValue(nullptr), nullptr);
+  expectFinds(filled.dictionary, filled);
 }
 
 TEST(RWHashDictionary, ClearForgetsWithoutDeleting) {

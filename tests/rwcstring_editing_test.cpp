@@ -53,6 +53,13 @@ TEST(RWCStringAppend, AddsBytesAtTheEnd) {
   });
 }
 
+TEST(RWCStringAppend, OfNothingKeepsBytesShared) {
+  RWCString text = stringOf(kLong);
+  const RWCString sharer(text);
+  text.append("").append(nullptr, 0).append(RWCString());
+  EXPECT_EQ(text.data(), sharer.data());
+}
+
 TEST(RWCStringAppend, TakesNullForNothing) {
   RWCString text("a");
   text.append(static_cast<const char*>(nullptr)).append(nullptr, 0);
@@ -196,11 +203,14 @@ TEST(RWCStringEditing, ThrowsOutOfRangeBeyondTheLengthAndChangesNothing) {
 }
 
 TEST(RWCStringEditing, RefusesLengthsThatNoMemoryHolds) {
-  constexpr std::size_t huge = std::numeric_limits<std::size_t>::max();
+  // Volatile, as compilers warn of copies that they know to be this long.
+  const volatile std::size_t huge = std::numeric_limits<std::size_t>::max();
   for (const std::string_view bytes : {"abc"sv, kLong}) {
     RWCString text = stringOf(bytes);
     EXPECT_THROW(text.resize(huge), std::bad_alloc);
     EXPECT_THROW(text.resize(huge / 2), std::bad_alloc);
+    EXPECT_THROW(text.append("no byte is read", huge), std::bad_alloc);
+    EXPECT_THROW(text.insert(1, "no byte is read", huge / 2), std::bad_alloc);
     EXPECT_EQ(bytesOf(text), bytes);
   }
 }

@@ -106,6 +106,13 @@ TEST(RWCString, ReportsBoundsAsOutOfRangeWithTheIndex) {
   }
 }
 
+TEST(RWCString, BoundsErrorsCanBeAssigned) {
+  RWBoundsErr error(1, 0);
+  const RWBoundsErr other(17, 2);
+  error = other;
+  EXPECT_STREQ(error.what(), other.what());
+}
+
 TEST(RWCString, WritesOneByte) {
   forEachPlacement(kTexts, [](const TextCase& row, Placement& place) {
     RWCString& text = place.string(row.text);

@@ -267,6 +267,13 @@ TEST(AllocationFailure, Collections) {
            const std::unique_ptr<RWCollectable> species(object->newSpecies());
          }
        }},
+      {HERE,
+       {kLong},
+       [](Strings& s) {
+         RWCollectableString text(s[0]);
+         text[0] = 'A';  // ends its sharing
+         const std::unique_ptr<RWCollectable> copy(text.copy());
+       }},
   });
 }
 
