@@ -13,6 +13,7 @@
 #include "support/generated_texts.h"
 #include "support/placement.h"
 #include "support/texts.h"
+#include "tqurlbase.h"
 
 namespace pagescan {
 namespace {
@@ -289,6 +290,16 @@ TEST(CTQCharSet, LogsAnErrorAndGivesNullWithoutAnInstance) {
   EXPECT_EQ(CTQCharSet::fsGetSingleton(), nullptr);
   EXPECT_NE(testing::internal::GetCapturedStderr(), "");
   EXPECT_EQ(CTQCharSet::msSingleton, nullptr) << "none is ever made";
+}
+
+TEST(CTQCharSet, LinksKeepTheirReferencesWithoutAnInstance) {
+  const SingletonKeeper keeper;
+  CTQCharSet::msSingleton = nullptr;
+  testing::internal::CaptureStderr();
+  urlBase base("http://h/d/");
+  RWCString url("a&amp;b");
+  EXPECT_EQ(bytesOf(base.calcUrl(url)), "http://h/d/a&amp;b");
+  EXPECT_NE(testing::internal::GetCapturedStderr(), "");
 }
 
 TEST(CTQCharSet, LogsAnErrorForASecondInstanceAndRegistersIt) {

@@ -127,6 +127,15 @@ TEST(CalcUrlOfALink, UsesWhatTheBaseHas) {
   forEachPlacement(kOddBases, expectLink);
 }
 
+// The parts are a host's to change.
+TEST(CalcUrlOfALink, StaysInTheDirectoryWhateverItsDepth) {
+  urlBase base(stringOf(kDeep));
+  base.shortParse();
+  base.dirDepth = 9;
+  RWCString url("../x");
+  EXPECT_EQ(bytesOf(base.calcUrl(url)), "http://w1/a/b/c/x");
+}
+
 // --- Attributes: calcUrl(in, out, resolveEmpty, decodePercent) --------------------------------
 
 struct ResolveCase {
@@ -280,6 +289,8 @@ constexpr ResolveCase kHosts[] = {
     // The host is looked for from the start: one that also stands in the scheme is taken there.
     {HERE, "http://t/d/", "../x"sv, "http://t/x"},
     {HERE, "http://t/d/", "../../x"sv, "http://x"},
+    {HERE, "http://t/d/", "../../../../"sv, ""},
+    {HERE, "http://t/d/", "../../../../x"sv, "x"},
     {HERE, "http://tp/d/", "../../x"sv, "http://x"},
     {HERE, "http://p/d/", "../../x"sv, "http://x"},
     {HERE, "http://W1/d/", "../../x"sv, "http://W1/x"},
