@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 
 #include "support/placement.h"
 #include "support/record_lines.h"
@@ -48,6 +49,39 @@ TEST(ParseHTML, GoesOnWhereASinkSteppedTo) {
             "IMG src=a@9->http://w1/d/a\n"
             "EMBED src=b@21->http://w1/d/b\n"
             "TD background=d@51->http://w1/d/d\n");
+}
+
+struct StepCase {
+  Here here;
+  const char* element;
+  std::string_view page;
+  std::string_view records;
+};
+constexpr StepCase kSteps[] = {
+    // A tag that is not of interest is passed, its attributes included.
+    {HERE, "OWN", "<img src=a><own alt=<td background=b> <td background=c>",
+     "IMG src=a@9->http://w1/d/a\nTD background=c@53->http://w1/d/c\n"},
+    // Names of interest are those in upper case alone.
+    {HERE, "embed", "<img src=a><own src=<td background=b> <td background=c>",
+     "IMG src=a@9->http://w1/d/a\nTD background=c@53->http://w1/d/c\n"},
+    // Without its ">" it stays where it is.
+    {HERE, "OWN", "<img src=a><own src=b", "IMG src=a@9->http://w1/d/a\n"},
+    {HERE, "EMBED", "<img src=a><own src=b", "IMG src=a@9->http://w1/d/a\n"},
+    {HERE, "FRAME", "<img src=a><own", "IMG src=a@9->http://w1/d/a\n"},
+};
+
+TEST(ParseHTML, GoesOnBehindAnElementOfASink) {
+  forEachRow(kSteps, [](const StepCase& row) {
+    CHTMLOffsetParser parser("http://w1/d/page.html");
+    ActingSink sink;
+    sink.action = [&] {
+      EXPECT_EQ(bytesOf(parser.findTagName()), "own");
+      parser.parseHTMLElement(row.element);
+    };
+    parser.SetDietVirtualQueue(&sink);
+    parser.ParseHTML(row.page.data(), row.page.size());
+    EXPECT_EQ(sink.text, row.records);
+  });
 }
 
 TEST(ParseHTML, EndsWhenASinkParsesStyleText) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
 #include <iostream>
 #include <locale>
 #include <string>
@@ -161,6 +162,16 @@ TEST(ParseHTML, RecordsValuesWithTheirOffsets) {
   forEachPlacement(kValues, expectRecords);
 }
 
+// The ">" of each tag stands in one of its values, and the values of the later tags end inside a
+// value of the first: far behind, all three read the same attributes.
+TEST(ParseHTML, ReadsOnWhereEarlierTagsRead) {
+  const std::string page = "<img a='><img b=\">\"<img c=\">\"" + repeated(" d=e", 100) + " ' " +
+                           repeated(" f=g", 100) + " src=x>";
+  const std::string record = "IMG src=x@" + std::to_string(page.size() - 2) + "->http://w1/d/x\n";
+  const std::string expected = record + record + record;
+  forEachPlacement(std::initializer_list<PageCase>{{HERE, page, expected}}, expectRecords);
+}
+
 constexpr PageCase kFrames[] = {
     // Every frame is reported, one without a usable "src" by a placeholder.
     {HERE, "<frame name=f>", "FRAME src=@-1->\n"},
@@ -277,6 +288,18 @@ TEST(CHTMLOffsetParser, PrintsAnEmptyQueue) {
   testing::internal::CaptureStdout();
   parser.PrintAll();
   EXPECT_EQ(testing::internal::GetCapturedStdout(), "Queue contains 0 objects\n");
+}
+
+TEST(CHTMLOffsetParser, PrintsAnEmptyFirstNameForNoAttributes) {
+  CHTMLOffsetParser parser(kPageUrl);
+  auto* const record = new CZKHTMLDietTransactionsObject;
+  record->SetTagName("OWN");
+  parser.InsertObjectToQueue(record);
+  testing::internal::CaptureStdout();
+  parser.PrintAll();
+  EXPECT_EQ(testing::internal::GetCapturedStdout(),
+            "Queue contains 1 objects\n"
+            "===== NUMBER: 0\t ===== TagName: OWN\n=== First Attr Name \n\n");
 }
 
 // What is printed while standard output has a certain locale.
