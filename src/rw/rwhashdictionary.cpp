@@ -42,9 +42,9 @@ void RWHashDictionary::freeMemory() noexcept {
 // Makes room for more pairs than there are, at least for as many as were announced.
 void RWHashDictionary::grow() {
   const std::size_t capacity = std::max(2 * capacity_, hint_);
-  std::unique_ptr<Pair[]> pairs(new Pair[capacity]);
+  auto pairs = std::make_unique_for_overwrite<Pair[]>(capacity);
   const std::size_t indexSize = capacity > kScanned ? std::bit_ceil(2 * capacity) : 0;
-  std::unique_ptr<unsigned[]> index(indexSize > 0 ? new unsigned[indexSize]() : nullptr);
+  auto index = indexSize > 0 ? std::make_unique<unsigned[]>(indexSize) : nullptr;
   std::copy_n(pairs_, entries_, pairs.get());
   freeMemory();
   pairs_ = pairs.release();
