@@ -56,10 +56,11 @@ class PAGESCAN_EXPORT CZKHTMLDietTransactionsObject : public RWCollectable {
   friend class CHTMLOffsetParser;
 
   // Deletes the attribute records, but for one that was not made by itself.
-  void deleteAttributesBut(const RWCollectable* kept);
+  PAGESCAN_INTERNAL void deleteAttributesBut(const RWCollectable* kept);
 
   // Inserts under a key that is the record's from then on; false when an equal one is present.
-  bool insertUnder(RWCollectableString& name, CZKHTMLDietAttributeObject* attribute);
+  PAGESCAN_INTERNAL bool insertUnder(RWCollectableString& name,
+                                     CZKHTMLDietAttributeObject* attribute);
 
   RWCString tagName;
   RWHashDictionary attributeIndex;  // name -> attribute; owns both

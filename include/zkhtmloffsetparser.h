@@ -79,7 +79,7 @@ class PAGESCAN_EXPORT CHTMLOffsetParser {
 
  private:
   class HtmlPass;
-  class Record;
+  class PAGESCAN_INTERNAL Record;
 
   RWCString html;              // the page, blanked; byte positions are the page's
   unsigned long position;      // index into html
