@@ -269,12 +269,14 @@ class Shortener {
 
 }  // namespace
 
-// Most references are to entities; the pattern finds them, too, and all others.
+// Most references are to entities; the pattern finds them, too, and all others. It has to when a
+// host has taken entities out of the dictionary.
 void CTQCharSet::convert(RWCString& text) {
+  const bool isWhole = entries() >= kEntities.size();
   Decoder decoder(*this);
   Shortener result(text);
   for (std::size_t at = text.index('&'); at != RWCString::npos;) {
-    auto [length, byte] = readEntity(text.data() + at, endOf(text));
+    auto [length, byte] = isWhole ? readEntity(text.data() + at, endOf(text)) : NamedReference{};
     bool isDecoded = length > 0;
     if (!isDecoded) {
       at = text.index(*pattern, &length, at);

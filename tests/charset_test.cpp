@@ -323,6 +323,17 @@ TEST(CTQCharSet, RegistersTheFirstInstanceQuietly) {
   EXPECT_EQ(CTQCharSet::msSingleton, &first);
 }
 
+TEST(CTQCharSet, DecodesWhatItsDictionaryHolds) {
+  const SingletonKeeper keeper;
+  CTQCharSet::msSingleton = nullptr;
+  CTQCharSet own;
+  own.insertKeyAndValue(new RWCollectableString("apos"), new RWCollectableString("'"));
+  EXPECT_EQ(decoded("&apos; &lt; and more text"), "' < and more text");
+  own.clearAndDestroy();
+  EXPECT_EQ(decoded("&apos; &lt; and more text"), "&apos; &lt; and more text");
+  EXPECT_EQ(decoded("&#65; and more text"), "A and more text");
+}
+
 // --- Large texts ------------------------------------------------------------------------------
 
 TEST(Convert, EndsOnLargeTexts) {
