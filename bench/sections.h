@@ -14,8 +14,9 @@ namespace pagescan::bench {
 // How the time of an operation grows with its text, on one shape.
 struct Growth {
   std::string shape;
-  double slope;  // of the logarithms of time and size
-  double speed;  // bytes in a second, on the largest text
+  double slope;          // of the logarithms of time and size
+  double besideCopying;  // the same with the times in units of those of plain copying, plus 1
+  double speed;          // bytes in a second, on the largest text
 };
 
 struct OperationGrowth {
@@ -26,7 +27,7 @@ struct OperationGrowth {
 // Every operation on shapes that strangers might send.
 std::vector<OperationGrowth> measureGrowth();
 
-// The steepest slope and the lowest speed of each operation; every slope.
+// The steepest slopes and the lowest speed of each operation; every slope.
 void writeGrowth(std::ostream& out, const std::vector<OperationGrowth>& operations);
 void writeSlopes(std::ostream& out, const std::vector<OperationGrowth>& operations);
 
