@@ -131,11 +131,14 @@ class PageBlanker {
         if (comment_ == RWCString::npos && isAt(pos, kComment.open())) comment_ = pos;
         return true;
       case '/':
-        return pos < scriptsEnd_ || !isAt(pos, kScript.close()) || blankComments();
+        if (pos < scriptsEnd_ || !isAt(pos, kScript.close())) return true;
+        break;
       default:
-        return pos < scriptsEnd_ || !isAt(pos, kScript.open()) || takeScript(pos) ||
-               blankComments();
+        if (pos < scriptsEnd_ || !isAt(pos, kScript.open()) || takeScript(pos)) return true;
     }
+    // Scripts are over: comments are left.
+    blankRegionsFrom(commentsEnd_, kComment, text_);
+    return false;
   }
 
   bool isAt(std::size_t pos, const CaselessText& delimiter) const {
@@ -163,12 +166,6 @@ class PageBlanker {
     bodyStart_ = script.tagEnd + 1;
     scriptsEnd_ = script.end();
     return true;
-  }
-
-  // Scripts are over: comments are left.
-  bool blankComments() {
-    blankRegionsFrom(commentsEnd_, kComment, text_);
-    return false;
   }
 
   RWCString& text_;
