@@ -145,11 +145,10 @@ class Reference {
   explicit Reference(std::string_view text) : text_(text) {}
 
   bool isNumeric() const { return text_[1] == '#'; }
-  bool isHexadecimal() const { return isNumeric() && toLower(text_[2]) == 'x'; }
-
   std::string_view name() const { return text_.substr(1, text_.size() - 2); }
 
-  // What stands between "&#" or "&#x" and ";".
+  // Of a numeric one: whether it is hexadecimal, and what stands between "&#" or "&#x" and ";".
+  bool isHexadecimal() const { return toLower(text_[2]) == 'x'; }
   std::string_view digits() const {
     const std::size_t start = isHexadecimal() ? 3 : 2;
     return text_.substr(start, text_.size() - start - 1);
