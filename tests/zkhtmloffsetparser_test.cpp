@@ -163,12 +163,12 @@ TEST(ParseHTML, RecordsValuesWithTheirOffsets) {
 }
 
 // The ">" of each tag stands in one of its values, and the values of the later tags end inside a
-// value of the first: far behind, all three read the same attributes.
+// value of the earlier ones: far behind, all of them read the same attributes.
 TEST(ParseHTML, ReadsOnWhereEarlierTagsRead) {
-  const std::string page = "<img a='><img b=\">\"<img c=\">\"" + repeated(" d=e", 100) + " ' " +
-                           repeated(" f=g", 100) + " src=x>";
+  const std::string page = repeated("<img z=\">\"", 3) + "<img a='><img b=\">\"<img c=\">\"" +
+                           repeated(" d=e", 100) + " ' " + repeated(" f=g", 100) + " src=x>";
   const std::string record = "IMG src=x@" + std::to_string(page.size() - 2) + "->http://w1/d/x\n";
-  const std::string expected = record + record + record;
+  const std::string expected = repeated(record, 6);
   forEachPlacement(std::initializer_list<PageCase>{{HERE, page, expected}}, expectRecords);
 }
 

@@ -69,6 +69,8 @@ TEST(TqOverwriteTagWithBlanks, MakesCommentsEmptyParagraphs) {
   forEachPlacement(kComments, expectBlanked);
 }
 
+constexpr std::string_view kLongDelimiter = "a begin that is longer than thirty-two bytes";
+
 constexpr RegionCase kOtherRegions[] = {
     // Delimiters match in either case, the paragraph is always written in lower case.
     {HERE, "<STYLE"sv, "</style>"sv, "<Style>a</STYLE>b"sv, "<p>         </p>b"sv},
@@ -96,6 +98,16 @@ constexpr RegionCase kOtherRegions[] = {
     {HERE, "ab"sv, "bc"sv, "abcabc"sv, "abcabc"sv},
     {HERE, "ab"sv, "bc"sv, "abc ab123bc"sv, "abc <p></p>"sv},
     {HERE, "a\0"sv, "\0b"sv, "xa\0 123\0by"sv, "x<p> </p>y"sv},
+    // Delimiters that share several bytes, beside texts that hold the shared ones alone.
+    {HERE, "!!--a"sv, "!!--b"sv, "!!--c !!--a 12 !!--b !!--"sv, "!!--c <p>       </p> !!--"sv},
+    {HERE, "--!"sv, "=--="sv, "--? --! =-- =--="sv, "--? <p>     </p>"sv},
+    // Long ones.
+    {HERE, kLongDelimiter, ">"sv, "a begin THAT is longer than thirty-two bytes>"sv,
+     "<p>                                      </p>"sv},
+    {HERE, kLongDelimiter, kLongDelimiter, "x a begin that is longer than thirty-two bytes"sv,
+     "x a begin that is longer than thirty-two bytes"sv},
+    {HERE, "<"sv, kLongDelimiter, "<a begin that is longer than thirty-two bytes"sv,
+     "<p>                                      </p>"sv},
     // The closer no longer fits behind the scan's place.
     {HERE, "<"sv, "a closer that is longer than the text"sv, "<x>"sv, "<x>"sv},
 };
