@@ -8,6 +8,12 @@ if("${CMAKE_CXX_FLAGS} ${PAGESCAN_LIBRARY_FLAGS}" MATCHES "-fsanitize=")
   set(PAGESCAN_SANITIZED ON)
 endif()
 
+# A library with checks or counts built in is no library to install.
+set(PAGESCAN_INSTRUMENTED OFF)
+if(PAGESCAN_SANITIZED OR PAGESCAN_LIBRARY_FLAGS OR CMAKE_CXX_FLAGS MATCHES "--coverage")
+  set(PAGESCAN_INSTRUMENTED ON)
+endif()
+
 # Sources and programs are found by folder, so that a new file needs no edit here.
 macro(pagescan_collect variable)
   file(GLOB ${variable} CONFIGURE_DEPENDS LIST_DIRECTORIES false ${ARGN})
