@@ -31,8 +31,8 @@ class Accumulator {
 
   // The low 32 bits of the signed number.
   int low32() const {
-    const unsigned long magnitude = saturated_ ? limit() : value_;
-    return static_cast<int>(static_cast<unsigned>(negative_ ? 0 - magnitude : magnitude));
+    const auto low = static_cast<unsigned>(saturated_ ? limit() : value_);
+    return static_cast<int>(negative_ && low != 0 ? ~low + 1 : low);
   }
 
  private:
