@@ -14,7 +14,7 @@ class PAGESCAN_EXPORT CZKHtmlDietVirtualQueue {
 
   // Called once for each record, complete, on the thread that parses. The record stays the
   // parser's and lives until the parser is destroyed. The parser ignores the result; this version
-  // does nothing and returns true. It must not start another pass of the parser that calls it.
+  // does nothing and returns true. What it may have that parser do: see SetDietVirtualQueue.
   // An exception that leaves it ends the pass; the record shown is then destroyed.
   virtual bool insert(CZKHTMLDietTransactionsObject* record);
 };

@@ -34,7 +34,8 @@ class PAGESCAN_EXPORT CHTMLOffsetParser {
   virtual ~CHTMLOffsetParser();
 
   // The sink that is shown each record at once; null for none. Not owned. A sink that takes a step
-  // of the pass moves it on; one that has the parser read another text ends it.
+  // of ParseHTML moves the pass on; one that has the parser read another text ends it. ParseCSS
+  // goes on whatever the sink does.
   void SetDietVirtualQueue(CZKHtmlDietVirtualQueue* queue);
   CZKHtmlDietVirtualQueue* GetDietVirtualQueue();
 

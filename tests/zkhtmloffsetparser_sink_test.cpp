@@ -102,5 +102,21 @@ TEST(ParseHTML, EndsWhenASinkParsesAnotherPage) {
   EXPECT_EQ(sink.text, "IMG src=a@9->http://w1/d/a\nTD background=z@15->http://w1/d/z\n");
 }
 
+TEST(ParseCSS, GoesOnWhenASinkParsesAnotherText) {
+  CHTMLOffsetParser parser("http://w1/d/page.html");
+  ActingSink sink;
+  sink.action = [&] {
+    parser.ParseHTML("<td background=z>", 0);
+    parser.ParseCSS("url(s)");
+  };
+  parser.SetDietVirtualQueue(&sink);
+  parser.ParseCSS("url(a) url(b)");
+  EXPECT_EQ(sink.text,
+            "IMG src=a@4->http://w1/d/a\n"
+            "TD background=z@15->http://w1/d/z\n"
+            "IMG src=s@4->http://w1/d/s\n"
+            "IMG src=b@11->http://w1/d/b\n");
+}
+
 }  // namespace
 }  // namespace pagescan
