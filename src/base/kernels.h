@@ -1,9 +1,10 @@
 // The inner loops that pay for wide vectors, and the one place that chooses between their versions.
 //
-// Every kernel is written once, over a vector type (kernels_impl.h), and compiled for the baseline
-// (SSE2, which every x86-64 machine has) and for AVX2; the searches for AVX-512, too. The choice is
-// made when the library is loaded; before that the baseline serves. Ranges are [begin, end);
-// nothing outside is read.
+// Every kernel is written over a vector type (kernels_impl.h) and compiled for the baseline (SSE2,
+// which every x86-64 machine has) and for AVX2. With AVX-512 the searches are others: those for
+// texts and regions are compiled once more, those for tags and marks are written for it
+// (kernels_avx512.cpp). The choice is made when the library is loaded; before that the baseline
+// serves. Ranges are [begin, end); nothing outside is read.
 #ifndef PAGESCAN_BASE_KERNELS_H
 #define PAGESCAN_BASE_KERNELS_H
 
