@@ -5,6 +5,8 @@
 #include "base/kernels.h"
 
 namespace pagescan::bench {
+
+using namespace internal;
 namespace {
 
 // The kernels of this level, for as long as it lives.

@@ -4,17 +4,20 @@ include(CMakePackageConfigHelpers)
 
 set(cmake_package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/pagescan")
 
-install(TARGETS pagescan
+install(TARGETS pagescan pagescan_page
   EXPORT pagescanTargets
   LIBRARY COMPONENT library
   NAMELINK_COMPONENT development)
-install(TARGETS pagescan_static
+install(TARGETS pagescan_static pagescan_page_static
   EXPORT pagescanTargets
   ARCHIVE COMPONENT development)
-install(DIRECTORY "${PROJECT_SOURCE_DIR}/include/"
+# One folder of headers for both libraries: <pagescan/page.h> is in include/pagescan/ here, too; the
+# classic headers are flat here, and in that folder once installed.
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/include/" "${PROJECT_SOURCE_DIR}/include/pagescan/"
   DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/pagescan"
   COMPONENT development
-  FILES_MATCHING PATTERN "*.h")
+  FILES_MATCHING PATTERN "*.h"
+  PATTERN "include/pagescan" EXCLUDE)
 
 # find_package(pagescan CONFIG)
 install(EXPORT pagescanTargets

@@ -32,7 +32,10 @@ function(pagescan_own_target target)
     POSITION_INDEPENDENT_CODE ON
     CXX_VISIBILITY_PRESET hidden
     VISIBILITY_INLINES_HIDDEN ON)
-  target_compile_options(${target} PRIVATE -Wall -Wextra -Wconversion -Wshadow -Werror)
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wconversion -Wshadow)
+  if(PAGESCAN_WARNINGS_AS_ERRORS)
+    target_compile_options(${target} PRIVATE -Werror)
+  endif()
   target_compile_definitions(${target} PRIVATE _GLIBCXX_ASSERTIONS)
   if(PAGESCAN_SANITIZED)
     # g++ sees uninitialised reads in its own headers once they are instrumented.

@@ -4,10 +4,10 @@
 #include <memory>
 #include <sstream>
 
-#include "commands.h"
-#include "messages.h"
+#include "commands/commands.h"
+#include "output/messages.h"
 
-namespace pagescan {
+namespace pagescan::tool {
 
 namespace {
 
@@ -109,4 +109,4 @@ ExitStatus runCommandLine(int argc, const char* const* argv, Output& output) {
   return job(output);
 }
 
-}  // namespace pagescan
+}  // namespace pagescan::tool

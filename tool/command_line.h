@@ -7,9 +7,9 @@
 
 #include "exit_status.h"
 #include "input.h"
-#include "output.h"
+#include "output/output.h"
 
-namespace pagescan {
+namespace pagescan::tool {
 
 // The families of commands, as headings of the program's help.
 inline constexpr char kRecordCommands[] = "URLs of pages and style text, with their byte offsets";
@@ -29,6 +29,6 @@ void addFiles(CLI::App& command, Names& files);
 // Reads the command line and does what it asks for.
 ExitStatus runCommandLine(int argc, const char* const* argv, Output& output);
 
-}  // namespace pagescan
+}  // namespace pagescan::tool
 
 #endif

@@ -2,7 +2,7 @@
 #ifndef PAGESCAN_TOOL_EXIT_STATUS_H
 #define PAGESCAN_TOOL_EXIT_STATUS_H
 
-namespace pagescan {
+namespace pagescan::tool {
 
 enum ExitStatus {
   kSuccess = 0,
@@ -10,6 +10,6 @@ enum ExitStatus {
   kWrongUsage = 2,  // nothing was read or written
 };
 
-}  // namespace pagescan
+}  // namespace pagescan::tool
 
 #endif

@@ -6,9 +6,9 @@
 #include <cerrno>
 #include <cstring>
 
-#include "messages.h"
+#include "output/messages.h"
 
-namespace pagescan {
+namespace pagescan::tool {
 
 namespace {
 
@@ -65,4 +65,4 @@ ExitStatus forEachInput(const Names& names, const Output& output, const UseInput
   return status;
 }
 
-}  // namespace pagescan
+}  // namespace pagescan::tool

@@ -8,10 +8,10 @@
 #include <vector>
 
 #include "exit_status.h"
-#include "output.h"
+#include "output/output.h"
 #include "rw/rwcstring.h"
 
-namespace pagescan {
+namespace pagescan::tool {
 
 using Names = std::vector<std::string>;
 
@@ -26,6 +26,6 @@ using UseInput = std::function<bool(const std::string& name, RWCString& bytes)>;
 // that fails does not stop those behind it; an output that fails does.
 ExitStatus forEachInput(const Names& names, const Output& output, const UseInput& use);
 
-}  // namespace pagescan
+}  // namespace pagescan::tool
 
 #endif

@@ -67,11 +67,11 @@ class Input {
   // does the same whatever ran before it.
   Input(const std::uint8_t* data, std::size_t size)
       : rest_(reinterpret_cast<const char*>(data), size) {
-    using pagescan::KernelLevel;
+    using pagescan::internal::KernelLevel;
     constexpr KernelLevel kLevels[] = {KernelLevel::baseline, KernelLevel::avx2,
                                        KernelLevel::avx512};
-    if (!pagescan::useKernels(kLevels[number(std::size(kLevels))])) {
-      pagescan::useKernels(KernelLevel::baseline);
+    if (!pagescan::internal::useKernels(kLevels[number(std::size(kLevels))])) {
+      pagescan::internal::useKernels(KernelLevel::baseline);
     }
   }
 

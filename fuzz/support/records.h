@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "reference/records.h"
+#include "reference/classic/records.h"
 #include "rw/rwcollectables.h"
 #include "support/input.h"
 #include "tqurlbase.h"

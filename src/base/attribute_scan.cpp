@@ -5,7 +5,7 @@
 #include "base/byte_class.h"
 #include "base/search.h"
 
-namespace pagescan {
+namespace pagescan::internal {
 namespace {
 
 constexpr ByteClass kNameBytes = kLettersAndDigits | ByteClass::of("-");
@@ -99,4 +99,4 @@ ScannedValue scanValue(const char* begin, const char* end) {
   return {stop == end ? ScannedValue::cut : ScannedValue::whole, begin, stop};
 }
 
-}  // namespace pagescan
+}  // namespace pagescan::internal

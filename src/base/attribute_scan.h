@@ -5,7 +5,7 @@
 
 #include <string_view>
 
-namespace pagescan {
+namespace pagescan::internal {
 
 struct ScannedName {
   enum Kind {
@@ -49,6 +49,6 @@ struct ScannedValue {
 // all other bytes are content.
 ScannedValue scanValue(const char* begin, const char* end);
 
-}  // namespace pagescan
+}  // namespace pagescan::internal
 
 #endif

@@ -6,7 +6,7 @@
 #include <array>
 #include <string_view>
 
-namespace pagescan {
+namespace pagescan::internal {
 
 constexpr unsigned char toByte(char c) {
   return static_cast<unsigned char>(c);
@@ -77,6 +77,6 @@ constexpr char toUpper(char c) {
   return kLower.contains(c) ? static_cast<char>(c - 32) : c;
 }
 
-}  // namespace pagescan
+}  // namespace pagescan::internal
 
 #endif

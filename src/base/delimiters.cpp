@@ -1,6 +1,6 @@
 #include "base/delimiters.h"
 
-namespace pagescan {
+namespace pagescan::internal {
 namespace {
 
 // One after the other.
@@ -23,4 +23,4 @@ bool Delimiters::find(const char* begin, const char* end, Region& region) const 
   return region.open && region.close && region.open < region.close;
 }
 
-}  // namespace pagescan
+}  // namespace pagescan::internal

@@ -9,7 +9,7 @@
 #include "base/kernels.h"
 #include "base/search.h"
 
-namespace pagescan {
+namespace pagescan::internal {
 
 // Two delimiters, found ignoring case. Where both hold the same two bytes at the same distance, as
 // those of comments do, they are looked for at once. Letters do not count: words stand in other
@@ -54,6 +54,6 @@ class Delimiters {
   std::size_t rarity_ = 0;
 };
 
-}  // namespace pagescan
+}  // namespace pagescan::internal
 
 #endif

@@ -7,7 +7,7 @@
 
 #include "base/search.h"
 
-namespace pagescan {
+namespace pagescan::internal {
 
 // Find is called with (begin, end) and returns the first place that fits, or `end`.
 template <class Find>
@@ -57,6 +57,6 @@ class ByteFinder {
 
 using ForwardByteSearch = ForwardSearch<ByteFinder>;
 
-}  // namespace pagescan
+}  // namespace pagescan::internal
 
 #endif

@@ -2,7 +2,7 @@
 
 #include "base/kernels_levels.h"
 
-namespace pagescan {
+namespace pagescan::internal {
 
 constinit const Kernels* activeKernels = &kSse2Kernels;
 
@@ -51,4 +51,4 @@ namespace {
     useKernels(KernelLevel::avx512) || useKernels(KernelLevel::avx2);
 
 }  // namespace
-}  // namespace pagescan
+}  // namespace pagescan::internal

@@ -12,7 +12,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace pagescan {
+namespace pagescan::internal {
 
 // A byte b fits when (b | fold) == value: `fold` is 0x20 for a letter of either case, else 0.
 struct ByteProbe {
@@ -141,6 +141,6 @@ enum class KernelLevel { baseline, avx2, avx512 };
 // while other threads are in the library: it is the switch for tests and benchmarks.
 bool useKernels(KernelLevel level);
 
-}  // namespace pagescan
+}  // namespace pagescan::internal
 
 #endif

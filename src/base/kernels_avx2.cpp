@@ -3,8 +3,8 @@
 #include "base/kernels_levels.h"
 #include "base/vector_avx2.h"
 
-namespace pagescan {
+namespace pagescan::internal {
 
 constinit const Kernels kAvx2Kernels = kernelsOver<Avx2>();
 
-}  // namespace pagescan
+}  // namespace pagescan::internal

@@ -6,7 +6,7 @@
 #include "base/kernels_levels.h"
 #include "base/vector_avx2.h"
 
-namespace pagescan {
+namespace pagescan::internal {
 namespace {
 
 // Comparisons yield one bit a byte, not vectors.
@@ -113,4 +113,4 @@ constinit const SearchKernels kAvx512Searches = {
     .findMark = findMark512,
 };
 
-}  // namespace pagescan
+}  // namespace pagescan::internal

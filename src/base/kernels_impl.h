@@ -20,7 +20,7 @@
 #include "base/kernels.h"
 #include "base/kernels_text_impl.h"
 
-namespace pagescan {
+namespace pagescan::internal {
 namespace {
 
 // No call and no table of another source: this one may be compiled for a machine that others lack.
@@ -308,6 +308,6 @@ constexpr Kernels kernelsOver() {
 }
 
 }  // namespace
-}  // namespace pagescan
+}  // namespace pagescan::internal
 
 #endif

@@ -4,7 +4,7 @@
 
 #include "base/kernels.h"
 
-namespace pagescan {
+namespace pagescan::internal {
 
 extern const Kernels kSse2Kernels;
 extern const Kernels kAvx2Kernels;
@@ -19,6 +19,6 @@ struct SearchKernels {
 
 extern const SearchKernels kAvx512Searches;
 
-}  // namespace pagescan
+}  // namespace pagescan::internal
 
 #endif

@@ -3,7 +3,7 @@
 #include "base/kernels_impl.h"
 #include "base/kernels_levels.h"
 
-namespace pagescan {
+namespace pagescan::internal {
 namespace {
 
 struct Sse2 {
@@ -34,4 +34,4 @@ struct Sse2 {
 
 constinit const Kernels kSse2Kernels = kernelsOver<Sse2>();
 
-}  // namespace pagescan
+}  // namespace pagescan::internal

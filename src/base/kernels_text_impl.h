@@ -9,7 +9,7 @@
 #include "base/kernels.h"
 #include "base/percent.h"
 
-namespace pagescan {
+namespace pagescan::internal {
 namespace {
 
 template <class Word>
@@ -300,6 +300,6 @@ char* encodeUrl(const UrlForms& forms, const char* begin, const char* end, char*
 }
 
 }  // namespace
-}  // namespace pagescan
+}  // namespace pagescan::internal
 
 #endif

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <cstring>
 
-namespace pagescan {
+namespace pagescan::internal {
 namespace {
 
 constexpr std::size_t kWidth = 16;
@@ -74,4 +74,4 @@ bool isAbsoluteHttp(std::string_view link) {
   return word == https || (word & kSevenBytes) == http;
 }
 
-}  // namespace pagescan
+}  // namespace pagescan::internal

@@ -4,7 +4,7 @@
 
 #include <string_view>
 
-namespace pagescan {
+namespace pagescan::internal {
 
 // All are linear; links are too short for vectors wider than the baseline's.
 
@@ -17,6 +17,6 @@ bool needsFolding(std::string_view link);
 // Whether a link without control bytes begins with "http://" or "https://".
 bool isAbsoluteHttp(std::string_view link);
 
-}  // namespace pagescan
+}  // namespace pagescan::internal
 
 #endif

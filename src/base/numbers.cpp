@@ -5,7 +5,7 @@
 #include "base/byte_class.h"
 #include "base/search.h"
 
-namespace pagescan {
+namespace pagescan::internal {
 namespace {
 
 // One byte that stands alone: white space, signs and the like read as no number.
@@ -82,4 +82,4 @@ std::optional<int> readInteger(const char* begin, const char* end) {
   return number.low32();
 }
 
-}  // namespace pagescan
+}  // namespace pagescan::internal

@@ -5,7 +5,7 @@
 
 #include <optional>
 
-namespace pagescan {
+namespace pagescan::internal {
 
 // The value of a hexadecimal digit, or -1.
 constexpr int hexDigitValue(char c) {
@@ -25,6 +25,6 @@ int readHexEscape(char first, char second);
 // bits. Nothing where no number can be read. Reads no further than the number.
 std::optional<int> readInteger(const char* begin, const char* end);
 
-}  // namespace pagescan
+}  // namespace pagescan::internal
 
 #endif

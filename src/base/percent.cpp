@@ -2,7 +2,7 @@
 
 #include "base/numbers.h"
 
-namespace pagescan {
+namespace pagescan::internal {
 
 constinit const std::array<signed char, 256> kHexDigitValues = [] {
   std::array<signed char, 256> values{};
@@ -12,4 +12,4 @@ constinit const std::array<signed char, 256> kHexDigitValues = [] {
   return values;
 }();
 
-}  // namespace pagescan
+}  // namespace pagescan::internal

@@ -7,7 +7,7 @@
 
 #include "base/byte_class.h"
 
-namespace pagescan {
+namespace pagescan::internal {
 
 inline constexpr std::ptrdiff_t kEscapeLength = 3;
 
@@ -30,6 +30,6 @@ inline bool isEscape(const char* at, const char* end) {
   return end - at >= kEscapeLength && escapedByte(at) >= kLeastDecoded;
 }
 
-}  // namespace pagescan
+}  // namespace pagescan::internal
 
 #endif

@@ -4,7 +4,7 @@
 
 #include "base/kernels.h"
 
-namespace pagescan {
+namespace pagescan::internal {
 namespace {
 
 // A way to cut a text in two such that a match can be tried from the cut to the right first.
@@ -105,4 +105,4 @@ const char* findIgnoringCase(const char* begin, const char* end, const CaselessT
                                    : findLong(begin, end, text.text());
 }
 
-}  // namespace pagescan
+}  // namespace pagescan::internal

@@ -13,7 +13,7 @@
 #include "base/byte_class.h"
 #include "base/kernels.h"
 
-namespace pagescan {
+namespace pagescan::internal {
 
 inline const char* findByte(const char* begin, const char* end, char byte) {
   if (begin >= end) return end;
@@ -144,6 +144,6 @@ const char* findText(const char* begin, const char* end, std::string_view text);
 // An empty text is found at `begin`.
 const char* findIgnoringCase(const char* begin, const char* end, const CaselessText& text);
 
-}  // namespace pagescan
+}  // namespace pagescan::internal
 
 #endif

@@ -3,7 +3,7 @@
 #include "base/byte_class.h"
 #include "base/search.h"
 
-namespace pagescan {
+namespace pagescan::internal {
 namespace {
 
 struct Scheme {
@@ -35,4 +35,4 @@ SchemeCode schemeCodeOf(std::string_view scheme) {
   return SchemeCode::other;
 }
 
-}  // namespace pagescan
+}  // namespace pagescan::internal

@@ -4,7 +4,7 @@
 
 #include <string_view>
 
-namespace pagescan {
+namespace pagescan::internal {
 
 // The letters at the start with the colon behind them; empty when there is none. A URL that begins
 // with a colon has the scheme ":".
@@ -26,6 +26,6 @@ enum class SchemeCode {
 // The code of what schemeOf returned.
 SchemeCode schemeCodeOf(std::string_view scheme);
 
-}  // namespace pagescan
+}  // namespace pagescan::internal
 
 #endif

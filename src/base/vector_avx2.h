@@ -8,7 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace pagescan {
+namespace pagescan::internal {
 namespace {
 
 // Vectors of 16 bytes, with shuffles: those do not cross the halves of wider ones.
@@ -68,6 +68,6 @@ struct Avx2 {
 
 }  // namespace
 
-}  // namespace pagescan
+}  // namespace pagescan::internal
 
 #endif

@@ -6,11 +6,11 @@
 [[gnu::weak]] int ANSIToUTF8(int /*reserved*/, const char* source, int sourceLength,
                              char* destination, int destinationSize) {
   if (destinationSize <= 0) return 0;
-  pagescan::Conversion text(source, sourceLength, destination, destinationSize);
+  pagescan::internal::Conversion text(source, sourceLength, destination, destinationSize);
   // A character that does not fit as a whole ends the result.
   while (text.copyAscii() && text.room() >= 2) {
     do {
-      const unsigned character = pagescan::toByte(*text.source());
+      const unsigned character = pagescan::internal::toByte(*text.source());
       text.put(static_cast<char>(0xC0 | (character >> 6)));
       text.put(static_cast<char>(0x80 | (character & 0x3F)));
       text.skip(1);

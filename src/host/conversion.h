@@ -10,7 +10,7 @@
 #include "base/byte_class.h"
 #include "base/kernels.h"
 
-namespace pagescan {
+namespace pagescan::internal {
 
 class Conversion {
  public:
@@ -57,6 +57,6 @@ class Conversion {
   char* outEnd_;
 };
 
-}  // namespace pagescan
+}  // namespace pagescan::internal
 
 #endif

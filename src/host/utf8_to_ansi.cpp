@@ -6,7 +6,7 @@
 #include "host/conversion.h"
 #include "hostroutines.h"
 
-namespace pagescan {
+namespace pagescan::internal {
 namespace {
 
 // What a lead byte asks for: the second byte is in a range of its own, so that no character has
@@ -66,18 +66,18 @@ char byteOf(const char* at) {
 }
 
 }  // namespace
-}  // namespace pagescan
+}  // namespace pagescan::internal
 
 // Weak, and in an object of its own, so that a host's definition wins in every kind of link.
 [[gnu::weak]] int UTF8ToANSI(int /*reserved*/, const char* source, int sourceLength,
                              char* destination, int destinationSize) {
   if (destinationSize <= 0) return 0;
-  pagescan::Conversion text(source, sourceLength, destination, destinationSize);
+  pagescan::internal::Conversion text(source, sourceLength, destination, destinationSize);
   while (text.copyAscii()) {
     do {
       const char* at = text.source();
-      const std::ptrdiff_t length = pagescan::sequenceLength(at, text.sourceEnd());
-      text.put(pagescan::hasByte(at, length) ? pagescan::byteOf(at) : '?');
+      const std::ptrdiff_t length = pagescan::internal::sequenceLength(at, text.sourceEnd());
+      text.put(pagescan::internal::hasByte(at, length) ? pagescan::internal::byteOf(at) : '?');
       text.skip(length);
     } while (text.isAtOther() && text.room() > 0);
   }

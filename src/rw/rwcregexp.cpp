@@ -10,7 +10,7 @@
 #include "base/search.h"
 #include "rw/rwcstring.h"
 
-using pagescan::ByteClass;
+using pagescan::internal::ByteClass;
 
 namespace {
 
@@ -155,8 +155,8 @@ struct RWCRegexp::Program {
 
   const char* nextStart(const char* from, const char* end) const {
     if (matchesNothing) return from;
-    return onlyStart ? pagescan::findByte(from, end, *onlyStart)
-                     : pagescan::findFirstOf(from, end, start);
+    return onlyStart ? pagescan::internal::findByte(from, end, *onlyStart)
+                     : pagescan::internal::findFirstOf(from, end, start);
   }
 
   std::optional<Match> searchGreedily(const char* from, const char* end) const {
@@ -172,7 +172,7 @@ struct RWCRegexp::Program {
     const char* at = begin;
     for (const Item& item : items) {
       if (item.isRepeated) {
-        at = pagescan::findFirstNotOf(at, end, item.bytes);
+        at = pagescan::internal::findFirstNotOf(at, end, item.bytes);
       } else if (at < end && item.bytes.contains(*at)) {
         ++at;
       } else if (!item.isOptional) {

@@ -34,8 +34,8 @@ void checkPosition(std::size_t position, std::size_t length) {
 
 int compareFolded(const char* a, const char* b, std::size_t length) {
   for (std::size_t i = 0; i < length; ++i) {
-    const int difference =
-        pagescan::toByte(pagescan::toLower(a[i])) - pagescan::toByte(pagescan::toLower(b[i]));
+    const int difference = pagescan::internal::toByte(pagescan::internal::toLower(a[i])) -
+                           pagescan::internal::toByte(pagescan::internal::toLower(b[i]));
     if (difference != 0) return difference;
   }
   return 0;
@@ -51,8 +51,9 @@ std::size_t indexOf(std::string_view text, std::string_view pattern, std::size_t
   if (pattern.empty()) return start;
   const char* begin = text.data() + start;
   const char* end = text.data() + text.size();
-  const char* found = cmp == RWCString::ignoreCase ? pagescan::findIgnoringCase(begin, end, pattern)
-                                                   : pagescan::findText(begin, end, pattern);
+  const char* found = cmp == RWCString::ignoreCase
+                          ? pagescan::internal::findIgnoringCase(begin, end, pattern)
+                          : pagescan::internal::findText(begin, end, pattern);
   return offsetOr(found, end, text.data());
 }
 
@@ -223,16 +224,17 @@ void RWCString::resize(std::size_t length, char fill) {
     return;
   }
   if (!canHold(length)) rebuild(length, {data_, length_}, {}, {});
-  std::memset(data_ + length_, pagescan::toByte(fill), length - length_);
+  std::memset(data_ + length_, pagescan::internal::toByte(fill), length - length_);
   setLength(length);
 }
 
 void RWCString::toLower() {
-  const char* first = pagescan::findFirstOf(data_, data_ + length_, pagescan::kUpper);
+  const char* first =
+      pagescan::internal::findFirstOf(data_, data_ + length_, pagescan::internal::kUpper);
   const auto start = static_cast<std::size_t>(first - data_);
   if (start == length_) return;
   unshare();
-  std::transform(data_ + start, data_ + length_, data_ + start, pagescan::toLower);
+  std::transform(data_ + start, data_ + length_, data_ + start, pagescan::internal::toLower);
 }
 
 RWCString RWCString::strip(stripType type, char byte) const {
@@ -263,7 +265,7 @@ std::size_t RWCString::index(const RWCString& pattern, std::size_t start,
 std::size_t RWCString::index(char byte, std::size_t start) const noexcept {
   if (start >= length_) return npos;
   const char* end = data_ + length_;
-  return offsetOr(pagescan::findByte(data_ + start, end, byte), end, data_);
+  return offsetOr(pagescan::internal::findByte(data_ + start, end, byte), end, data_);
 }
 
 int RWCString::compareTo(const char* other, caseCompare cmp) const noexcept {
@@ -277,7 +279,8 @@ int RWCString::compareTo(const RWCString& other, caseCompare cmp) const noexcept
 // FNV-1a, 32 bits wide.
 unsigned RWCString::hash() const noexcept {
   unsigned sum = 2166136261U;
-  for (std::size_t i = 0; i < length_; ++i) sum = (sum ^ pagescan::toByte(data_[i])) * 16777619U;
+  for (std::size_t i = 0; i < length_; ++i)
+    sum = (sum ^ pagescan::internal::toByte(data_[i])) * 16777619U;
   return sum;
 }
 

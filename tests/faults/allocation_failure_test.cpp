@@ -22,7 +22,7 @@
 
 void pagescanLogError(const char*) {}
 
-namespace pagescan {
+namespace pagescan::tests {
 namespace {
 
 using Strings = std::vector<RWCString>;
@@ -741,4 +741,4 @@ TEST(AllocationFailure, Ranking) {
 }
 
 }  // namespace
-}  // namespace pagescan
+}  // namespace pagescan::tests

@@ -51,7 +51,7 @@ void operator delete[](void* memory, const std::nothrow_t&) noexcept {
   std::free(memory);
 }
 
-namespace pagescan {
+namespace pagescan::tests {
 
 AllocationCount::AllocationCount() : before_(allocations) {}
 
@@ -59,4 +59,4 @@ std::size_t AllocationCount::soFar() const {
   return allocations - before_;
 }
 
-}  // namespace pagescan
+}  // namespace pagescan::tests

@@ -7,7 +7,7 @@
 
 #include <cstddef>
 
-namespace pagescan {
+namespace pagescan::tests {
 
 // The allocations of the calling thread since the object was made.
 class AllocationCount {
@@ -27,6 +27,6 @@ std::size_t allocationsOf(const Action& action) {
   return count.soFar();
 }
 
-}  // namespace pagescan
+}  // namespace pagescan::tests
 
 #endif

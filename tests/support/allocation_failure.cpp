@@ -39,7 +39,7 @@ void __wrap_free(void* memory) {
 }
 }
 
-namespace pagescan {
+namespace pagescan::tests {
 
 FailingAllocation::FailingAllocation(std::size_t succeeding) {
   left = succeeding;
@@ -60,4 +60,4 @@ std::ptrdiff_t blocksInUse() {
   return blocks;
 }
 
-}  // namespace pagescan
+}  // namespace pagescan::tests

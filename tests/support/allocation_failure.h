@@ -8,7 +8,7 @@
 
 #include <cstddef>
 
-namespace pagescan {
+namespace pagescan::tests {
 
 // Makes one allocation of the calling thread fail: the one before which `succeeding` others are
 // made from now on. One object at a time.
@@ -26,6 +26,6 @@ class FailingAllocation {
 // The blocks that the calling thread has taken, less those that it has freed.
 std::ptrdiff_t blocksInUse();
 
-}  // namespace pagescan
+}  // namespace pagescan::tests
 
 #endif

@@ -13,12 +13,14 @@
 #include <string>
 
 #include "base/kernels.h"
-#include "reference/operations.h"
+#include "reference/classic/operations.h"
 #include "support/generated_texts.h"
 #include "support/golden_cases.h"
 #include "support/library_operations.h"
 
-namespace pagescan {
+namespace pagescan::tests {
+
+using namespace internal;
 
 class Comparison {
  public:
@@ -70,6 +72,6 @@ class Comparison {
   std::size_t differences_ = 0;
 };
 
-}  // namespace pagescan
+}  // namespace pagescan::tests
 
 #endif

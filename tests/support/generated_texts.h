@@ -14,7 +14,9 @@
 
 #include "base/kernels.h"
 
-namespace pagescan {
+namespace pagescan::tests {
+
+using namespace internal;
 
 // Whether the environment asks for a run of half an hour instead of a share of a minute.
 inline bool isDeepRun() {
@@ -136,6 +138,6 @@ void forEachKernelLevel(const Check& check) {
   }
 }
 
-}  // namespace pagescan
+}  // namespace pagescan::tests
 
 #endif

@@ -11,7 +11,7 @@
 #include <sstream>
 #include <stdexcept>
 
-namespace pagescan {
+namespace pagescan::tests {
 
 namespace {
 
@@ -259,4 +259,4 @@ Texts runUrlProgram(UrlBaseUnderTest& base, const Texts& program) {
   return out;
 }
 
-}  // namespace pagescan
+}  // namespace pagescan::tests

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-namespace pagescan {
+namespace pagescan::tests {
 
 using Texts = std::vector<std::string>;
 
@@ -113,6 +113,6 @@ class UrlBaseUnderTest {
 // Throws std::runtime_error on a step that it does not know.
 Texts runUrlProgram(UrlBaseUnderTest& base, const Texts& program);
 
-}  // namespace pagescan
+}  // namespace pagescan::tests
 
 #endif

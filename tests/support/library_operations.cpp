@@ -10,7 +10,7 @@
 #include "pagescan.h"
 #include "support/placement.h"
 
-namespace pagescan {
+namespace pagescan::tests {
 namespace {
 
 std::string textOf(const RWCString& text) {
@@ -376,4 +376,4 @@ const OperationTable& libraryOperations() {
   return table;
 }
 
-}  // namespace pagescan
+}  // namespace pagescan::tests

@@ -8,13 +8,13 @@
 
 #include "support/golden_cases.h"
 
-namespace pagescan {
+namespace pagescan::tests {
 
 // The single output "endless" stands for a call that would not return; it is not made.
 const OperationTable& libraryOperations();
 
 std::vector<GoldenRecord> parsePageWithLibrary(const std::string& pageUrl, const std::string& page);
 
-}  // namespace pagescan
+}  // namespace pagescan::tests
 
 #endif

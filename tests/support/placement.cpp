@@ -7,7 +7,7 @@
 #include <cstring>
 #include <new>
 
-namespace pagescan {
+namespace pagescan::tests {
 namespace {
 
 std::size_t pageSize() {
@@ -110,4 +110,4 @@ RWCString& Placement::string(std::string_view text) {
   return *strings_.back();
 }
 
-}  // namespace pagescan
+}  // namespace pagescan::tests

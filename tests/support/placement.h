@@ -16,16 +16,16 @@
 
 #include "rw/rwcstring.h"
 
-namespace pagescan {
+namespace pagescan::tests {
 
 // Where a table row stands; every row begins with one, written HERE.
 struct Here {
   const char* file;
   int line;
 };
-#define HERE           \
-  ::pagescan::Here {   \
-    __FILE__, __LINE__ \
+#define HERE                \
+  ::pagescan::tests::Here { \
+    __FILE__, __LINE__      \
   }
 
 // Hands out places for the texts of one run of a row, all alive until the placement dies.
@@ -102,6 +102,6 @@ inline RWCString stringOf(std::string_view text) {
   return RWCString(text.data(), text.size());
 }
 
-}  // namespace pagescan
+}  // namespace pagescan::tests
 
 #endif

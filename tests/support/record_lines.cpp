@@ -9,7 +9,7 @@
 #include "zkhtmldietattributeobject.h"
 #include "zkhtmldiettransactiondata.h"
 
-namespace pagescan {
+namespace pagescan::tests {
 namespace {
 
 std::vector<CZKHTMLDietAttributeObject*> attributesOf(CZKHTMLDietTransactionsObject& record) {
@@ -50,4 +50,4 @@ std::string lineOf(CZKHTMLDietTransactionsObject& record) {
   return line + "\n";
 }
 
-}  // namespace pagescan
+}  // namespace pagescan::tests

@@ -7,7 +7,7 @@
 
 #include "zkhtmldietvirtualqueue.h"
 
-namespace pagescan {
+namespace pagescan::tests {
 
 // The record's line with its end; attributes in the order in which the record dumps them.
 std::string lineOf(CZKHTMLDietTransactionsObject& record);
@@ -23,6 +23,6 @@ class RecordLines : public CZKHtmlDietVirtualQueue {
   std::string text;
 };
 
-}  // namespace pagescan
+}  // namespace pagescan::tests
 
 #endif

@@ -13,7 +13,7 @@
 #include <stdexcept>
 #include <system_error>
 
-namespace pagescan {
+namespace pagescan::tests {
 
 namespace {
 
@@ -97,4 +97,4 @@ std::string readFile(const std::string& path) {
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-}  // namespace pagescan
+}  // namespace pagescan::tests

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace pagescan {
+namespace pagescan::tests {
 
 struct ProgramResult {
   int status;  // the exit status, or the negative number of the signal that ended the program
@@ -38,6 +38,6 @@ class TemporaryFolder {
 // All bytes of a file.
 std::string readFile(const std::string& path);
 
-}  // namespace pagescan
+}  // namespace pagescan::tests
 
 #endif

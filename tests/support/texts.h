@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace pagescan {
+namespace pagescan::tests {
 
 inline std::string repeated(std::string_view text, std::size_t count) {
   std::string result;
@@ -15,6 +15,6 @@ inline std::string repeated(std::string_view text, std::size_t count) {
   return result;
 }
 
-}  // namespace pagescan
+}  // namespace pagescan::tests
 
 #endif

@@ -1,7 +1,7 @@
 // pagescan entities and utf8, run as a user would.
 #include "tool/tool.h"
 
-namespace pagescan {
+namespace pagescan::tests {
 namespace {
 
 using namespace std::string_literals;
@@ -106,4 +106,4 @@ TEST(Utf8, LongTextsAreConvertedWhole) {
 }
 
 }  // namespace
-}  // namespace pagescan
+}  // namespace pagescan::tests

@@ -3,7 +3,7 @@
 
 #include "tool/tool.h"
 
-namespace pagescan {
+namespace pagescan::tests {
 namespace {
 
 using testing::PrintToString;
@@ -163,4 +163,4 @@ TEST(CommandLine, MessagesCannotActOnTheTerminal) {
 }
 
 }  // namespace
-}  // namespace pagescan
+}  // namespace pagescan::tests

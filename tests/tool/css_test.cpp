@@ -1,7 +1,7 @@
 // pagescan css, run as a user would.
 #include "tool/tool.h"
 
-namespace pagescan {
+namespace pagescan::tests {
 namespace {
 
 using namespace std::string_literals;
@@ -89,4 +89,4 @@ TEST(Css, TheTableHasTheSameForm) {
 }
 
 }  // namespace
-}  // namespace pagescan
+}  // namespace pagescan::tests

@@ -1,7 +1,7 @@
 // pagescan encode, decode and flavour, run as a user would.
 #include "tool/tool.h"
 
-namespace pagescan {
+namespace pagescan::tests {
 namespace {
 
 using namespace std::string_literals;
@@ -94,4 +94,4 @@ TEST(Flavour, OneLineEndAtTheEndOfStandardInputIsNotPartOfTheText) {
 }
 
 }  // namespace
-}  // namespace pagescan
+}  // namespace pagescan::tests

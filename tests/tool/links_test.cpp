@@ -1,7 +1,7 @@
 // pagescan links, run as a user would.
 #include "tool/tool.h"
 
-namespace pagescan {
+namespace pagescan::tests {
 namespace {
 
 using namespace std::string_literals;
@@ -212,4 +212,4 @@ TEST(Links, TheSamplePageUsesEveryTagOfTheTable) {
 }
 
 }  // namespace
-}  // namespace pagescan
+}  // namespace pagescan::tests

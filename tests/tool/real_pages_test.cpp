@@ -3,7 +3,7 @@
 
 #include "tool/tool.h"
 
-namespace pagescan {
+namespace pagescan::tests {
 namespace {
 
 constexpr char kPages[] = PAGESCAN_SHARED_DIR "/golden/pages";
@@ -71,4 +71,4 @@ TEST(RealPages, OffsetsPointAtTheValuesAsWritten) {
 }
 
 }  // namespace
-}  // namespace pagescan
+}  // namespace pagescan::tests

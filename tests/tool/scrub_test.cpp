@@ -3,7 +3,7 @@
 
 #include "tool/tool.h"
 
-namespace pagescan {
+namespace pagescan::tests {
 namespace {
 
 using namespace std::string_literals;
@@ -82,4 +82,4 @@ TEST(Scrub, BlankingScriptsAlwaysReturnsAndKeepsTheLength) {
 }
 
 }  // namespace
-}  // namespace pagescan
+}  // namespace pagescan::tests

@@ -13,7 +13,7 @@
 
 #include "support/run_program.h"
 
-namespace pagescan {
+namespace pagescan::tests {
 
 inline ProgramResult pagescanTool(std::vector<std::string> arguments, const std::string& input = "",
                                   const char* outputFile = nullptr) {
@@ -72,6 +72,6 @@ inline void expectOffsetsMatch(const std::vector<Record>& records, const std::st
   }
 }
 
-}  // namespace pagescan
+}  // namespace pagescan::tests
 
 #endif

@@ -1,0 +1,107 @@
+#include "classic/tag_attributes.h"
+
+#include "base/attribute_scan.h"
+#include "base/byte_class.h"
+#include "base/search.h"
+
+namespace pagescan::internal {
+namespace {
+
+// Marks stand at most one in so many bytes. Fewer cost less memory, more spare more reading.
+constexpr std::ptrdiff_t kBytesPerLine = 128;
+
+// One attribute, or the end of the reading.
+struct Step {
+  bool isLast;            // nothing is read behind this one
+  const char* next;       // where to go on
+  std::string_view name;  // empty when there is no attribute
+  std::string_view value;
+};
+
+Step readAttribute(const char* at, const char* end) {
+  const ScannedName scanned = scanName(at, end);
+  switch (scanned.kind) {
+    case ScannedName::bareName:
+    case ScannedName::cutName:
+    case ScannedName::lastName:
+      return {scanned.kind == ScannedName::lastName, scanned.end, scanned.name(), {}};
+    case ScannedName::equals: {
+      const ScannedValue value = scanValue(scanned.next + 1, end);
+      if (value.kind == ScannedValue::whole) {
+        return {false, value.end, scanned.name(), value.value()};
+      }
+      break;
+    }
+    case ScannedName::nothing:
+    case ScannedName::tagEnd:
+    case ScannedName::strayEquals:
+      break;
+  }
+  return {true, end, {}, {}};
+}
+
+}  // namespace
+
+bool TagAttributeReader::crossesLine(const char* from, const char* to) const {
+  return (from - begin_) / kBytesPerLine != (to - begin_) / kBytesPerLine;
+}
+
+const TagAttributeReader::Firsts* TagAttributeReader::markAt(const char* at) const {
+  const auto found = marks_.find(at);
+  return found == marks_.end() ? nullptr : &found->second;
+}
+
+void TagAttributeReader::addKnown(const Firsts& known, FoundAttributes& found) const {
+  for (const std::uint32_t place : known) {
+    if (place == 0) continue;
+    const Occurrence& occurrence = occurrences_[place - 1];
+    found.add(occurrence.id, occurrence.value);
+  }
+}
+
+// From the end of the trail to its start, so that each mark knows all that follows it.
+void TagAttributeReader::keep(const Trail& trail, const Firsts* behind) {
+  Firsts firsts = behind ? *behind : Firsts{};
+  for (auto event = trail.rbegin(); event != trail.rend(); ++event) {
+    if (event->mark) {
+      marks_.emplace(event->mark, firsts);
+    } else {
+      firsts[occurrences_[event->occurrence].id] = event->occurrence + 1;
+    }
+  }
+}
+
+void TagAttributeReader::read(const char* nameEnd, const char* tagEnd, AttributeSet wanted,
+                              FoundAttributes& found) {
+  // The byte that ended the name is stepped over unseen, be it the tag's own ">".
+  const char* at = skipWhiteSpace(nameEnd + 1, end_);
+  Trail trail;
+  const Firsts* known = nullptr;
+  const char* previous = tagEnd;
+  while (at < end_ && (!trail.empty() || !found.hasAll(wanted))) {
+    if (at > tagEnd) {
+      unmarked_ -= at - previous;
+      if (unmarked_ < 0 && crossesLine(previous, at)) {
+        known = markAt(at);
+        if (known) break;
+        trail.push_back({at, 0});
+      }
+      previous = at;
+    }
+    const Step step = readAttribute(at, end_);
+    const std::size_t id = findAttributeOfInterest(step.name);
+    if (id != kNoAttribute) {
+      found.add(id, step.value);
+      if (!trail.empty()) {
+        trail.push_back({nullptr, static_cast<std::uint32_t>(occurrences_.size())});
+        occurrences_.push_back({id, step.value});
+      }
+    }
+    if (step.isLast) break;
+    at = step.next;
+  }
+  if (known) addKnown(*known, found);
+  if (!trail.empty()) keep(trail, known);
+}
+
+}  // namespace pagescan::internal

@@ -1,0 +1,236 @@
+#include "zkhtmloffsetparser.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "base/byte_class.h"
+#include "base/search.h"
+#include "classic/attribute_names.h"
+#include "classic/blanking.h"
+#include "classic/standard_output.h"
+#include "classic/style_urls.h"
+#include "classic/tag_attributes.h"
+#include "classic/tags_of_interest.h"
+#include "classic/text_view.h"
+#include "zkhtmldietattributeobject.h"
+#include "zkhtmldiettransactiondata.h"
+#include "zkhtmldietvirtualqueue.h"
+#include "zkhtmlparseutils.h"
+
+using namespace pagescan::internal;
+
+namespace {
+
+constexpr int kNoOffset = -1;
+constexpr std::size_t kSource = attributeIdOfCell("src");
+
+}  // namespace
+
+// --- Making records ---------------------------------------------------------------------------
+
+// A record with room for its first attribute, which most records leave it at: one block of memory
+// less for each.
+class CHTMLOffsetParser::Record : public CZKHTMLDietTransactionsObject {
+ public:
+  explicit Record(std::string_view tag) { tagName = stringOf(tag); }
+  ~Record() override { deleteAttributesBut(&first_); }
+
+  // Adds an attribute of the tag table with its value resolved.
+  void add(std::size_t id, std::string_view value, int offset, urlBase& resolver) {
+    if (attributeList.entries() == 0) {
+      fill(first_, id, value, offset, resolver);
+      insertUnder(sharedAttributeName(id), &first_);
+    } else {
+      auto attribute = std::make_unique<CZKHTMLDietAttributeObject>();
+      fill(*attribute, id, value, offset, resolver);
+      if (insertUnder(sharedAttributeName(id), attribute.get())) attribute.release();
+    }
+  }
+
+  // Hands the record over to the parser's queue.
+  static void queue(std::unique_ptr<Record> record, CHTMLOffsetParser& parser) {
+    parser.InsertObjectToQueue(record.get());
+    record.release();
+  }
+
+ private:
+  static void fill(CZKHTMLDietAttributeObject& attribute, std::size_t id, std::string_view value,
+                   int offset, urlBase& resolver) {
+    attribute.attributeName = sharedAttributeName(id);
+    attribute.originalAttributeValue = stringOf(value);
+    attribute.attributeOffset = offset;
+    resolver.calcUrl(attribute.originalAttributeValue, attribute.attributeValue, false, true);
+  }
+
+  CZKHTMLDietAttributeObject first_;
+};
+
+// --- The pass over a page ---------------------------------------------------------------------
+
+// Goes through the blanked page on raw bytes. The sink may use the parser meanwhile: the pass goes
+// on from where the parser's position was left, and ends when the page is no longer the same.
+class CHTMLOffsetParser::HtmlPass {
+ public:
+  explicit HtmlPass(CHTMLOffsetParser& parser)
+      : parser_(parser),
+        begin_(parser.html.data()),
+        end_(endOf(parser.html)),
+        attributes_(begin_, end_) {}
+
+  void run() {
+    const char* at = begin_;
+    while ((at = findTagOpening(at, end_)) != end_) {
+      const char* name = findFirstNotOf(at, end_, kTagNameEnds);
+      const char* nameEnd = findFirstOf(name, end_, kTagNameEnds);
+      const TagOfInterest* tag =
+          findTagOfInterest({name, static_cast<std::size_t>(nameEnd - name)});
+      at = tag ? takeTag(*tag, nameEnd) : nameEnd;
+    }
+  }
+
+  // Reads the tag whose name ends at the parser's position.
+  void takeTagAtPosition(const TagOfInterest& tag) { takeTag(tag, begin_ + parser_.position); }
+
+ private:
+  // Reads the tag whose name ends at `nameEnd` and moves the parser's position to its ">". Returns
+  // where to look for the next one: there, or at the end of the page when there is none.
+  const char* takeTag(const TagOfInterest& tag, const char* nameEnd) {
+    if (nameEnd == end_ || *nameEnd == '/') return nameEnd;
+    const char* tagEnd = findByte(nameEnd, end_, '>');
+    if (tagEnd == end_) return end_;
+    FoundAttributes found;
+    attributes_.read(nameEnd, tagEnd, tag.wanted(), found);
+    parser_.position = static_cast<unsigned long>(tagEnd - begin_);
+    if (found.hasAny(tag.wanted())) {
+      queueRecord(tag, found);
+    } else if (tag.name == "FRAME" || tag.name == "IFRAME") {
+      queuePlaceholder(tag);
+    }
+    return nextAt();
+  }
+
+  const char* nextAt() const {
+    const bool isSamePage = parser_.html.data() == begin_ && endOf(parser_.html) == end_;
+    return isSamePage ? begin_ + parser_.position : end_;
+  }
+
+  void queueRecord(const TagOfInterest& tag, const FoundAttributes& found) {
+    auto record = std::make_unique<Record>(tag.name);
+    AttributeSet added = 0;
+    for (const std::uint8_t id : tag) {
+      const AttributeSet bit = AttributeSet{1} << id;
+      if (!found.has(id) || (added & bit) != 0) continue;
+      added |= bit;
+      const std::string_view value = found.value(id);
+      record->add(id, value, offsetOf(value), parser_.base);
+    }
+    Record::queue(std::move(record), parser_);
+  }
+
+  // Every frame is reported, deliberately, also one without a usable "src".
+  void queuePlaceholder(const TagOfInterest& tag) {
+    auto record = std::make_unique<Record>(tag.name);
+    record->add(kSource, {}, kNoOffset, parser_.base);
+    Record::queue(std::move(record), parser_);
+  }
+
+  int offsetOf(std::string_view value) const {
+    return value.data() ? static_cast<int>(value.data() - begin_) : kNoOffset;
+  }
+
+  CHTMLOffsetParser& parser_;
+  const char* begin_;
+  const char* end_;
+  TagAttributeReader attributes_;
+};
+
+// --- The parser -------------------------------------------------------------------------------
+
+CHTMLOffsetParser::CHTMLOffsetParser(const char* pageUrl)
+    : position(0), spare(0), dietQueue(nullptr) {
+  base.setBase(RWCString(pageUrl));
+}
+
+CHTMLOffsetParser::~CHTMLOffsetParser() {
+  records.clearAndDestroy();
+}
+
+void CHTMLOffsetParser::SetDietVirtualQueue(CZKHtmlDietVirtualQueue* queue) {
+  dietQueue = queue;
+}
+
+CZKHtmlDietVirtualQueue* CHTMLOffsetParser::GetDietVirtualQueue() {
+  return dietQueue;
+}
+
+void CHTMLOffsetParser::ParseHTML(const char* page, unsigned long) {
+  position = 0;
+  html = page;
+  blankScriptsAndComments(html);
+  HtmlPass(*this).run();
+  position = html.length();
+}
+
+void CHTMLOffsetParser::ParseCSS(const RWCString& css) {
+  position = 0;
+  html = RWCString();
+  const RWCString text = css;  // the sink may change the host's
+  StyleUrlScanner scanner(viewOf(text));
+  for (StyleUrl url; scanner.next(url);) {
+    auto record = std::make_unique<Record>("IMG");
+    record->add(kSource, url.text, static_cast<int>(url.offset), base);
+    Record::queue(std::move(record), *this);
+  }
+}
+
+void CHTMLOffsetParser::InsertObjectToQueue(CZKHTMLDietTransactionsObject* record) {
+  if (!record) return;
+  records.makeRoom();  // the sink is shown no record that could not be kept
+  if (dietQueue) dietQueue->insert(record);
+  records.insert(record);
+}
+
+void CHTMLOffsetParser::PrintAll() {
+  std::ostream& out = standardOutput();
+  const auto count = static_cast<int>(records.entries());
+  out << "Queue contains " << std::to_string(count) << " objects" << std::endl;
+  for (int i = 0; i < count; ++i) {
+    auto& record =
+        static_cast<CZKHTMLDietTransactionsObject&>(*records.at(static_cast<std::size_t>(i)));
+    const CZKHTMLDietAttributeObject* first = record.GetFirstAttributeObject();
+    out << "===== NUMBER: " << std::to_string(i) << "\t ===== TagName: " << viewOf(record.tagName)
+        << std::endl;
+    out << "=== First Attr Name " << (first ? viewOf(first->attributeName) : std::string_view())
+        << std::endl;
+    record.PrintAll();
+  }
+}
+
+// --- The steps of the pass, one by one --------------------------------------------------------
+
+bool CHTMLOffsetParser::isWhiteSpace(char& c) {
+  return kTagNameEnds.contains(c);
+}
+
+RWCString CHTMLOffsetParser::findTagName() {
+  const char* end = endOf(html);
+  const char* opening = findByte(html.data() + position, end, '<');
+  const char* name = findFirstNotOf(opening, end, kTagNameEnds);
+  const char* nameEnd = findFirstOf(name, end, kTagNameEnds);
+  position = offsetIn(html, nameEnd);
+  return {name, static_cast<std::size_t>(nameEnd - name)};
+}
+
+void CHTMLOffsetParser::parseHTMLElement(RWCString elementName) {
+  const char* nameEnd = html.data() + position;
+  const TagOfInterest* tag = findTagOfInterest(viewOf(elementName));
+  const bool isOfInterest = tag && viewOf(elementName) == tag->name;
+  if (isOfInterest) {
+    HtmlPass(*this).takeTagAtPosition(*tag);
+  } else if (*nameEnd != '/') {
+    const char* tagEnd = findByte(nameEnd, endOf(html), '>');
+    if (tagEnd != endOf(html)) position = offsetIn(html, tagEnd);
+  }
+}

@@ -1,0 +1,535 @@
+#include "zkurlencoding.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstring>
+#include <string_view>
+#include <utility>
+
+#include "base/byte_class.h"
+#include "base/kernels.h"
+#include "base/percent.h"
+#include "base/search.h"
+#include "classic/text_view.h"
+#include "classic/zkurlencoding_tables.h"
+
+using namespace pagescan::internal;
+
+// --- The tables -------------------------------------------------------------------------------
+
+namespace {
+
+constexpr EncodedBytes kBrowserBytes = encodedBytes(kBrowser);
+constexpr EncodedBytes kBrowserSignBytes = encodedBytes(kBrowserSign);
+constexpr EncodedBytes kEscapeBytes = encodedBytes(kEscape);
+constexpr EncodedBytes kEscapeURIBytes = encodedBytes(kEscapeURI);
+constexpr EncodedBytes kURIComponentBytes = encodedBytes(kURIComponent);
+constexpr EncodedBytes kChromeBytes = encodedBytes(kChrome);
+constexpr EncodedBytes kChrome94Bytes = encodedBytes(kChrome94);
+constexpr EncodedBytes kSiebelBytes = encodedBytes(kSiebel);
+
+}  // namespace
+
+constinit const char* persentEscape = "&#25;";
+constinit int persentEscapeLength = 5;
+
+constinit CharArray UrlEncoding::cBrowserChars{kBrowserBytes.entries};
+constinit CharArray UrlEncoding::cBrowserCharsSign{kBrowserSignBytes.entries};
+constinit CharArray UrlEncoding::cEscapeChars{kEscapeBytes.entries};
+constinit CharArray UrlEncoding::cEscapeURIChars{kEscapeURIBytes.entries};
+constinit CharArray UrlEncoding::cEscapeURIComponentChars{kURIComponentBytes.entries};
+constinit CharArray UrlEncoding::cChromeChars{kChromeBytes.entries};
+constinit CharArray UrlEncoding::cChromeChars94{kChrome94Bytes.entries};
+constinit CharArray UrlEncoding::cSiebelChars{kSiebelBytes.entries};
+
+CharArray::~CharArray() = default;
+
+// --- The fill functions -----------------------------------------------------------------------
+// The second way to the same tables, step by step, each flavour made from another one.
+
+namespace {
+
+using Entries = char[256][4];
+
+constexpr void fillBrowser(Entries& entries) {
+  escapeAllButLettersAndDigits(entries, kUpperDigits);
+  replaceByte(entries, ' ', "+");
+  keep(entries, "@*_-.");
+}
+
+constexpr void fillEscape(Entries& entries) {
+  fillBrowser(entries);
+  replaceByte(entries, ' ', "%20");
+  keep(entries, "+/");
+}
+
+constexpr void fillEscapeURIComponent(Entries& entries) {
+  fillBrowser(entries);
+  replaceByte(entries, ' ', "%20");
+  replaceByte(entries, '@', "%40");
+  keep(entries, "~!()'`");
+}
+
+constexpr void fillEscapeURI(Entries& entries) {
+  fillEscapeURIComponent(entries);
+  keep(entries, "@#$&+=;:?/");
+}
+
+constexpr void fillChrome(Entries& entries) {
+  fillEscapeURIComponent(entries);
+  replaceByte(entries, ' ', "+");
+  keep(entries, "()<>~!*_-");
+}
+
+constexpr void fillChrome94(Entries& entries) {
+  escapeAllButLettersAndDigits(entries, kUpperDigits);
+  keep(entries, "!$%()*+,-./:;@[\\]^_`{|}~");
+}
+
+constexpr void fillSiebel(Entries& entries) {
+  escapeAllButLettersAndDigits(entries, kLowerDigits);
+  keep(entries, "!$_()+*',-.");
+}
+
+constexpr std::string_view kSignInBrowserSign = "%40";
+
+constexpr void fillBrowserSign(Entries& entries) {
+  fillBrowser(entries);
+  replaceByte(entries, '@', kSignInBrowserSign);
+}
+
+constexpr EncodedBytes filledBy(void (*fill)(Entries&)) {
+  EncodedBytes table{};
+  fill(table.entries);
+  return table;
+}
+
+static_assert(filledBy(fillBrowser) == kBrowserBytes);
+static_assert(filledBy(fillBrowserSign) == kBrowserSignBytes);
+static_assert(filledBy(fillEscape) == kEscapeBytes);
+static_assert(filledBy(fillEscapeURI) == kEscapeURIBytes);
+static_assert(filledBy(fillEscapeURIComponent) == kURIComponentBytes);
+static_assert(filledBy(fillChrome) == kChromeBytes);
+static_assert(filledBy(fillChrome94) == kChrome94Bytes);
+static_assert(filledBy(fillSiebel) == kSiebelBytes);
+
+bool fill(CharArray& table, void (*fillEntries)(Entries&)) {
+  fillEntries(table.entries);
+  return true;
+}
+
+// Writes only what differs: the tables are complete from the start, so that filling them while the
+// library is loaded changes nothing that another thread may be reading.
+void updateEntry(char (&entry)[4], const char (&wanted)[4]) {
+  if (std::memcmp(entry, wanted, sizeof entry) != 0) std::memcpy(entry, wanted, sizeof entry);
+}
+
+bool update(CharArray& table, bool (*fillTable)(CharArray&)) noexcept {
+  CharArray filled;
+  fillTable(filled);
+  for (std::size_t byte = 0; byte < 256; ++byte) {
+    updateEntry(table.entries[byte], filled.entries[byte]);
+  }
+  return true;
+}
+
+}  // namespace
+
+bool UrlEncoding::FillASCII_chars(CharArray& table, bool upper) {
+  escapeAllButLettersAndDigits(table.entries, upper ? kUpperDigits : kLowerDigits);
+  return true;
+}
+
+bool UrlEncoding::FillBrowserSpecials(CharArray& table) {
+  return fill(table, fillBrowser);
+}
+
+bool UrlEncoding::FillEscapeSpecials(CharArray& table) {
+  return fill(table, fillEscape);
+}
+
+bool UrlEncoding::FillEscapeURIComponentSpecials(CharArray& table) {
+  return fill(table, fillEscapeURIComponent);
+}
+
+bool UrlEncoding::FillEscapeURISpecials(CharArray& table) {
+  return fill(table, fillEscapeURI);
+}
+
+bool UrlEncoding::FillChromeSpecials(CharArray& table) {
+  return fill(table, fillChrome);
+}
+
+bool UrlEncoding::FillChrome94Specials(CharArray& table) {
+  return fill(table, fillChrome94);
+}
+
+bool UrlEncoding::FillSiebelSpecials(CharArray& table) {
+  return fill(table, fillSiebel);
+}
+
+void UrlEncoding::initAllArrays() {
+  // GCOVR_EXCL_BR_START: whether another thread fills a table at the same time is up to chance
+  [[maybe_unused]] static const bool browser = update(cBrowserChars, FillBrowserSpecials);
+  [[maybe_unused]] static const bool escape = update(cEscapeChars, FillEscapeSpecials);
+  [[maybe_unused]] static const bool uriComponent =
+      update(cEscapeURIComponentChars, FillEscapeURIComponentSpecials);
+  [[maybe_unused]] static const bool uri = update(cEscapeURIChars, FillEscapeURISpecials);
+  [[maybe_unused]] static const bool chrome = update(cChromeChars, FillChromeSpecials);
+  [[maybe_unused]] static const bool chrome94 = update(cChromeChars94, FillChrome94Specials);
+  [[maybe_unused]] static const bool siebel = update(cSiebelChars, FillSiebelSpecials);
+  // Not by the browser's own fill: a reader must never see "@" unescaped here.
+  [[maybe_unused]] static const bool sign =
+      update(cBrowserCharsSign, [](CharArray& table) { return fill(table, fillBrowserSign); });
+  // GCOVR_EXCL_BR_STOP
+  updateEntry(cBrowserCharsSign.entries[toByte('@')], kBrowserSignBytes.entries[toByte('@')]);
+}
+
+UrlEncoding::UrlEncoding() {
+  initAllArrays();
+}
+
+UrlEncoding::~UrlEncoding() = default;
+
+namespace {
+
+// Its construction is what fills the tables when the library is loaded.
+[[maybe_unused]] UrlEncoding globalObject;
+
+}  // namespace
+
+// --- What encoding, decoding and the checks share ---------------------------------------------
+
+namespace {
+
+// The placeholder as it is now.
+std::string_view placeholder() {
+  if (persentEscape == nullptr || persentEscapeLength <= 0) return {};
+  return {persentEscape, ::strnlen(persentEscape, static_cast<std::size_t>(persentEscapeLength))};
+}
+
+// The one that the library comes with, prepared for searching: hosts change it rarely.
+constexpr SearchedText kUsualPlaceholder("&#25;", SearchedText::exact);
+
+bool isUsual(std::string_view escape) {
+  return escape == kUsualPlaceholder.text();
+}
+
+UrlEncoding::EncodingType knownType(UrlEncoding::EncodingType type) {
+  const bool isKnown = type >= UrlEncoding::eNone && type <= UrlEncoding::eSiebel;
+  return isKnown ? type : UrlEncoding::eBrowser;
+}
+
+// Also where nothing is encoded, deliberately.
+bool plusIsBlank(UrlEncoding::EncodingType type) {
+  const int known = knownType(type);
+  return known == UrlEncoding::eNone || kFlavours[static_cast<std::size_t>(known) - 1].plusIsBlank;
+}
+
+// Builds a text piece by piece on the stack. A text of one piece costs its string one allocation
+// and is only appended to it; a longer one is built in a string of its own, so that whatever fails,
+// the target is as it was.
+class TQDynamicString {
+ public:
+  // `expected` bytes need no second allocation.
+  explicit TQDynamicString(std::size_t expected) : expected_(expected) {}
+  TQDynamicString(const TQDynamicString&) = delete;
+  TQDynamicString& operator=(const TQDynamicString&) = delete;
+  virtual ~TQDynamicString() = default;
+
+  // Room for that many bytes, a few at the least, begins at `out()`; what is written there counts
+  // once its end was told.
+  std::ptrdiff_t room() {
+    if (kPiece - used_ < kLeastRoom) overflow();
+    return static_cast<std::ptrdiff_t>(kPiece - used_);
+  }
+  char* out() { return piece_ + used_; }
+  void wroteUpTo(const char* end) { used_ = static_cast<std::size_t>(end - piece_); }
+
+  void append(std::string_view bytes) {
+    if (kPiece - used_ < bytes.size()) overflow();
+    if (bytes.size() > kPiece) {
+      text_.append(bytes.data(), bytes.size());
+    } else {
+      std::copy(bytes.begin(), bytes.end(), piece_ + used_);
+      used_ += bytes.size();
+    }
+  }
+
+  void appendTo(RWCString& target) {
+    if (text_.length() == 0) {
+      target.append(piece_, used_);
+    } else if (target.length() == 0) {
+      replace(target);
+    } else {
+      flush();
+      target.append(text_);
+    }
+  }
+
+  void replace(RWCString& target) {
+    if (text_.length() == 0) {
+      target = RWCString(piece_, used_);
+    } else {
+      flush();
+      target.swap(text_);
+    }
+  }
+
+ private:
+  static constexpr std::size_t kPiece = 4096;
+  static constexpr std::size_t kLeastRoom = 64;
+
+  void overflow() {
+    if (text_.length() == 0) {
+      text_.resize(expected_);
+      text_.resize(0);
+    }
+    flush();
+  }
+
+  void flush() {
+    text_.append(piece_, used_);
+    used_ = 0;
+  }
+
+  RWCString text_;
+  std::size_t expected_;
+  std::size_t used_ = 0;
+  char piece_[kPiece];
+};
+
+}  // namespace
+
+// --- Encoding ---------------------------------------------------------------------------------
+
+namespace {
+
+constexpr UrlForms kForms[] = {
+    urlForms(kBrowser),       // eNone has none of its own
+    urlForms(kBrowser),       // eBrowser
+    urlForms(kEscape),        // eEscape
+    urlForms(kEscapeURI),     // eEscapeURI
+    urlForms(kURIComponent),  // eEscapeURIComponent
+    urlForms(kBrowserSign),   // eBrowserSign
+    urlForms(kChrome),        // eChrome
+    urlForms(kChrome94),      // eChrome94
+    urlForms(kSiebel),        // eSiebel
+};
+constexpr UrlForms kPrintableForms = urlForms(printableBytes(), kUpperDigits);
+
+void encodeBytes(const UrlForms& forms, const char* begin, const char* end,
+                 TQDynamicString& result) {
+  while (begin < end) {
+    const std::ptrdiff_t run = std::min(end - begin, (result.room() - 4) / kEscapeLength);
+    result.wroteUpTo(kernels().encodeUrl(forms, begin, begin + run, result.out()));
+    begin += run;
+  }
+}
+
+// The next placeholder in [begin, end), or `end`; an empty one is nowhere.
+const char* findPlaceholder(const char* begin, const char* end, std::string_view escape) {
+  if (escape.empty() || static_cast<std::size_t>(end - begin) < escape.size()) return end;
+  return isUsual(escape) ? kernels().findText(begin, end, kUsualPlaceholder.needle())
+                         : findText(begin, end, escape);
+}
+
+}  // namespace
+
+bool UrlEncoding::EncodeString(RWCString& source, RWCString& destination, EncodingType type) {
+  const std::size_t length = source.length();
+  if (length == 0) return false;
+  if (type == eNone) {
+    destination.append(source);
+    return false;
+  }
+  const UrlForms& forms = kForms[knownType(type)];
+  const std::string_view escape = placeholder();
+  TQDynamicString result(length + length / 2);
+  const char* at = source.data();
+  const char* end = at + length;
+  for (;;) {
+    const char* found = findPlaceholder(at, end, escape);
+    encodeBytes(forms, at, found, result);
+    if (found == end) break;
+    result.append("%");
+    at = found + escape.size();
+  }
+  result.appendTo(destination);
+  return true;
+}
+
+bool UrlEncoding::EncodeStringUnreadables(const char* source, unsigned long length,
+                                          RWCString& output) {
+  if (source == nullptr) return false;
+  TQDynamicString result(length + length / 5);
+  encodeBytes(kPrintableForms, source, source + length, result);
+  result.replace(output);
+  return true;
+}
+
+// --- Decoding ---------------------------------------------------------------------------------
+
+bool UrlEncoding::DecodeString(RWCString& text, EncodingType type) {
+  const char plus = plusIsBlank(type) ? ' ' : '+';
+  const char* at = std::as_const(text).data();
+  const char* end = at + text.length();
+  if (!kernels().holdsEither(at, end, '%', plus == '+' ? '%' : '+')) return false;
+  TQDynamicString result(text.length());
+  bool isDecoded = false;
+  bool hasPlaceholder = false;
+  while (at < end) {
+    const std::ptrdiff_t run = std::min(end - at, result.room());
+    const UrlDecoding decoded = kernels().decodeUrl(at, at + run, result.out(), plus);
+    result.wroteUpTo(decoded.out);
+    isDecoded |= decoded.changed;
+    at = decoded.source;
+    if (at == end || *at != '%' || isEscape(at, end)) continue;
+    const bool isCutOff = end - at < kEscapeLength;
+    result.append(isCutOff ? "%" : placeholder());
+    hasPlaceholder |= !isCutOff;
+    ++at;
+  }
+  if (isDecoded || hasPlaceholder) result.replace(text);
+  return isDecoded;
+}
+
+// --- Checks -----------------------------------------------------------------------------------
+
+namespace {
+
+constexpr FlavoursByByte kKeeping = flavoursKeeping();
+constexpr FlavoursByByte kEscaping = flavoursEscaping();
+constexpr FlavoursByByte kOfDigit = flavoursOfDigit();
+
+// The rule itself: decodes and encodes each name and value.
+bool isUnchangedByRoundTrip(std::string_view part, UrlEncoding::EncodingType type) {
+  RWCString decoded = stringOf(part);
+  UrlEncoding::DecodeString(decoded, type);
+  RWCString encoded;
+  UrlEncoding::EncodeString(decoded, encoded, type);
+  return viewOf(encoded) == part;
+}
+
+bool isCanonicalByRoundTrip(std::string_view text, UrlEncoding::EncodingType type) {
+  const char* end = text.data() + text.size();
+  for (const char* item = text.data(); item < end;) {
+    const char* itemEnd = findByte(item, end, '&');
+    const char* nameEnd = findByte(item, itemEnd, '=');
+    const char* value = nameEnd == itemEnd ? itemEnd : nameEnd + 1;
+    if (!isUnchangedByRoundTrip({item, static_cast<std::size_t>(nameEnd - item)}, type)) {
+      return false;
+    }
+    if (!isUnchangedByRoundTrip({value, static_cast<std::size_t>(itemEnd - value)}, type)) {
+      return false;
+    }
+    item = itemEnd == end ? end : itemEnd + 1;
+  }
+  return true;
+}
+
+// Finds the flavours of which a text is canonical, all in one pass and without building a string.
+//
+// A text is canonical exactly when each byte that stands for itself, and each escape, is what the
+// encoder makes of it alone. What the encoder makes of anything else differs there and then, but
+// for two cases: it may be the "%" that the escape begins with, and a "%" cut off at the end may
+// grow into an escape. Neither can be made up for by what follows or went before. That holds for
+// the placeholder that the library comes with, unless decoding brings this very text about: then
+// it is encoded as "%".
+class CanonicalFlavours {
+ public:
+  CanonicalFlavours(std::string_view text, FlavourSet candidates)
+      : at_(text.data()), end_(at_ + text.size()), candidates_(candidates) {}
+
+  FlavourSet find() {
+    for (;;) {
+      skipPlainBytes();
+      if (at_ == end_ || candidates_ == 0) return candidates_;
+      if (*at_ == '%') {
+        takePercent();
+      } else if (isSeparator(*at_)) {
+        inName_ = *at_ == '&';
+        ++at_;
+      } else {
+        candidates_ &= kKeeping[toByte(*at_++)];
+      }
+    }
+  }
+
+ private:
+  // Nothing for the bytes that need a closer look.
+  static constexpr FlavoursByByte kPlain = [] {
+    FlavoursByByte sets = kKeeping;
+    for (const char c : std::string_view("%&=")) sets[toByte(c)] = 0;
+    return sets;
+  }();
+
+  void skipPlainBytes() {
+    while (at_ < end_) {
+      const FlavourSet left = candidates_ & kPlain[toByte(*at_)];
+      if (left == 0) return;
+      candidates_ = left;
+      ++at_;
+    }
+  }
+
+  bool isSeparator(char c) const { return c == '&' || (c == '=' && inName_); }
+
+  void takePercent() {
+    if (isEscape(at_, end_)) {
+      const FlavourSet ofDigits = kOfDigit[toByte(at_[1])] & kOfDigit[toByte(at_[2])];
+      candidates_ &= kEscaping[escapedByte(at_)] & ofDigits;
+      if (decodesToPlaceholder()) candidates_ = 0;
+      at_ += kEscapeLength;
+    } else {
+      // Elsewhere it becomes the placeholder and "%" again.
+      if (isCutOff()) candidates_ &= kKeeping['%'];
+      ++at_;
+    }
+  }
+
+  // Whether the name or value ends before an escape could.
+  bool isCutOff() const {
+    return end_ - at_ < kEscapeLength || isSeparator(at_[1]) || isSeparator(at_[2]);
+  }
+
+  bool decodesToPlaceholder() const {
+    const char* at = at_;
+    for (const char expected : kUsualPlaceholder.text()) {
+      if (at == end_) return false;
+      const bool escaped = isEscape(at, end_);
+      if ((escaped ? escapedByte(at) : toByte(*at)) != toByte(expected)) return false;
+      at += escaped ? kEscapeLength : 1;
+    }
+    return true;
+  }
+
+  const char* at_;
+  const char* end_;
+  FlavourSet candidates_;
+  bool inName_ = true;
+};
+
+}  // namespace
+
+bool UrlEncoding::CheckUrlDecoding(const RWCString& text, EncodingType type) {
+  const EncodingType known = knownType(type);
+  if (known == eNone || !isUsual(placeholder())) {
+    return isCanonicalByRoundTrip(viewOf(text), known);
+  }
+  const FlavourSet candidate = 1U << (known - eBrowser);
+  return CanonicalFlavours(viewOf(text), candidate).find() != 0;
+}
+
+UrlEncoding::EncodingType UrlEncoding::CheckUrlDecoding(const RWCString& text) {
+  if (!isUsual(placeholder())) {
+    for (int type = eBrowser; type <= eSiebel; ++type) {
+      const auto candidate = static_cast<EncodingType>(type);
+      if (isCanonicalByRoundTrip(viewOf(text), candidate)) return candidate;
+    }
+    return eNone;
+  }
+  const FlavourSet found = CanonicalFlavours(viewOf(text), kAllFlavours).find();
+  return found == 0 ? eNone : static_cast<EncodingType>(eBrowser + std::countr_zero(found));
+}

@@ -1,0 +1,140 @@
+// The kernels that look for tags, for the marks of scripts and comments and for regions, each
+// version beside plain loops, in texts next to unreadable pages.
+#include "base/kernels.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/delimiters.h"
+#include "base/search.h"
+#include "classic/tags_of_interest.h"
+#include "support/generated_texts.h"
+#include "support/placement.h"
+
+namespace pagescan::tests {
+
+using namespace internal;
+namespace {
+
+using Pieces = std::vector<std::string_view>;
+
+// Bytes of 128 and above are those of "<td" and "-->" with one bit more.
+const Pieces kPieces = {
+    "<td>",
+    "<TH ",
+    "<img ",
+    "<Iframe>",
+    "<?import ",
+    "<xml\n",
+    "<~td>",
+    "< base>",
+    "<b",
+    "</td>",
+    "<",
+    "~",
+    ">",
+    " ",
+    "x",
+    "<script",
+    "<Script>",
+    "</s",
+    "</SCRIPT>",
+    "<sc",
+    "<!--",
+    "-->",
+    "<!",
+    "--",
+    "-",
+    "\xBCtd",
+    "<\xF4\xE4",
+    "-\xAD>",
+    "\xAD\xAD\xBE",
+};
+
+// Calls check(text) for texts of every length that matters, against a page at either end.
+template <typename Check>
+void forEachPlacedText(const Check& check) {
+  RandomTexts random;
+  forEachKernelLevel([&] {
+    for (std::size_t i = inShortOrDeepRun(2000, 200000); i > 0; --i) {
+      const std::string text = random.textOfRuns(kPieces, 30);
+      for (const Placement::Kind kind : {Placement::kBeforeGuardPage, Placement::kAfterGuardPage}) {
+        Placement place(kind);
+        check(place.bytes(text), random);
+      }
+    }
+  });
+}
+
+// The first place from `from` on at which one of the delimiters stands, or the length.
+std::size_t firstOf(const Pieces& delimiters, std::string_view text, std::size_t from) {
+  for (; from < text.size(); ++from) {
+    const bool stands = std::any_of(delimiters.begin(), delimiters.end(), [&](const auto& one) {
+      return equalsIgnoringCase(text.substr(from, one.size()), one);
+    });
+    if (stands) break;
+  }
+  return from;
+}
+
+// The first "<" from `from` on behind which a name of interest is read to its end, or the length.
+std::size_t firstTag(std::string_view text, std::size_t from) {
+  const char* end = text.data() + text.size();
+  for (; from < text.size(); ++from) {
+    if (text[from] != '<') continue;
+    const char* name = findFirstNotOf(text.data() + from, end, kTagNameEnds);
+    const char* nameEnd = findFirstOf(name, end, kTagNameEnds);
+    const bool isWhole = nameEnd != end;
+    if (isWhole && findTagOfInterest({name, static_cast<std::size_t>(nameEnd - name)})) break;
+  }
+  return from;
+}
+
+TEST(FindTagOpening, MissesNoTag) {
+  forEachPlacedText([](std::string_view text, RandomTexts&) {
+    const char* const end = text.data() + text.size();
+    for (const char* at = text.data(); at < end; ++at) {
+      const auto from = static_cast<std::size_t>(at - text.data());
+      at = findTagOpening(at, end);
+      ASSERT_LE(static_cast<std::size_t>(at - text.data()), firstTag(text, from)) << text;
+      if (at == end) break;
+      ASSERT_EQ(*at, '<') << text;
+    }
+  });
+}
+
+TEST(FindMark, MissesNoDelimiter) {
+  const Pieces delimiters = {"<script", "</script>", "<!--", "-->"};
+  forEachPlacedText([&](std::string_view text, RandomTexts& random) {
+    const char* const end = text.data() + text.size();
+    const std::size_t limit = random.number(text.size() + 1);
+    for (std::size_t from = 0; from < limit; ++from) {
+      const std::size_t first = std::min(limit, firstOf(delimiters, text, from));
+      const char* found = kernels().findMark(text.data() + from, text.data() + limit, end);
+      from = static_cast<std::size_t>(found - text.data());
+      ASSERT_LE(from, first) << text;
+    }
+  });
+}
+
+TEST(FindRegion, FindsBothDelimiters) {
+  constexpr Delimiters comment("<!--", "-->");
+  forEachPlacedText([&](std::string_view text, RandomTexts& random) {
+    const std::string_view rest = text.substr(random.number(text.size() + 1));
+    const std::size_t open = rest.find("<!--");
+    const std::size_t close = rest.find("-->");
+    const bool isThere = close != std::string_view::npos && open < close;
+    Region region{};
+    ASSERT_EQ(comment.find(rest.data(), rest.data() + rest.size(), region), isThere) << rest;
+    if (!isThere) return;
+    ASSERT_EQ(region.open, rest.data() + open) << rest;
+    ASSERT_EQ(region.close, rest.data() + close) << rest;
+  });
+}
+
+}  // namespace
+}  // namespace pagescan::tests

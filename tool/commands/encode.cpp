@@ -1,0 +1,118 @@
+// pagescan encode, pagescan decode: percent encoding in the flavours of browsers and servers.
+#include <algorithm>
+#include <iterator>
+#include <memory>
+#include <sstream>
+#include <string>
+
+#include "command_line.h"
+#include "commands/commands.h"
+#include "commands/flavours.h"
+#include "output/bytes.h"
+
+namespace pagescan::tool {
+
+namespace {
+
+constexpr char kEncodeDescription[] = "Percent-encodes text (UrlEncoding::EncodeString)";
+constexpr char kEncodeNotes[] =
+    "The placeholder &#25; that decoding leaves behind becomes % again.\n"
+    "\n"
+    "Examples:\n"
+    "  pagescan encode --flavour browser 'a b' 'c&d'    gives a+b and c%26d\n"
+    "  pagescan encode --flavour uri < text             all of it, newlines too\n"
+    "  pagescan encode --flavour escape -- --text--     text that begins with -";
+
+constexpr char kDecodeDescription[] = "Decodes percent-encoded text (UrlEncoding::DecodeString)";
+constexpr char kDecodeNotes[] =
+    "A % that would give a control byte, or that no hexadecimal number follows,\n"
+    "becomes the placeholder &#25;, which encoding turns back into %.\n"
+    "\n"
+    "Examples:\n"
+    "  pagescan decode --flavour browser 'a+b%26'    gives a b&\n"
+    "  pagescan decode --flavour siebel < query      no newline is added or dropped";
+
+using Convert = RWCString (*)(RWCString& text, UrlEncoding::EncodingType type);
+
+RWCString encode(RWCString& text, UrlEncoding::EncodingType type) {
+  RWCString result;
+  UrlEncoding::EncodeString(text, result, type);
+  return result;
+}
+
+RWCString decode(RWCString& text, UrlEncoding::EncodingType type) {
+  UrlEncoding::DecodeString(text, type);
+  return text;
+}
+
+struct Options {
+  std::string flavour;
+  Names texts;
+};
+
+UrlEncoding::EncodingType typeOf(const std::string& flavour) {
+  return std::find_if(std::begin(kFlavours), std::end(kFlavours),
+                      [&](const Flavour& row) { return row.name == flavour; })
+      ->type;
+}
+
+ExitStatus run(const Options& options, Convert convert, Output& output) {
+  const UrlEncoding::EncodingType type = typeOf(options.flavour);
+  if (options.texts.empty()) {
+    return forEachInput({}, output, [&](const std::string&, RWCString& text) {
+      output.write(bytesOf(convert(text, type)));
+      return true;
+    });
+  }
+  for (const std::string& argument : options.texts) {
+    RWCString text(argument.data(), argument.size());
+    output.write(bytesOf(convert(text, type)));
+    output.write("\n");
+  }
+  return kSuccess;
+}
+
+Names flavourNames() {
+  Names names;
+  for (const Flavour& row : kFlavours) names.emplace_back(row.name);
+  return names;
+}
+
+std::string flavourTable() {
+  std::ostringstream table;
+  table << "Flavours:\n";
+  for (const Flavour& row : kFlavours)
+    CLI::detail::format_help(table, row.name, row.description, 18);
+  return table.str();
+}
+
+void addConversion(CLI::App& command, const std::string& notes, Convert convert, Job& job) {
+  const auto options = std::make_shared<Options>();
+  command.group(kUrlCommands);
+  command
+      .add_option("--flavour", options->flavour,
+                  "Whose way of encoding it is (required): see below")
+      ->option_text("NAME")
+      ->required()
+      ->check(CLI::IsMember(flavourNames()));
+  addArguments(command, "TEXT",
+               "Texts, one result a line; without any, standard\n"
+               "input is one text, whose result gets no newline",
+               options->texts);
+  command.footer(flavourTable() + "\n" + notes);
+  command.callback([&job, options, convert] {
+    job = [options, convert](Output& output) { return run(*options, convert, output); };
+  });
+}
+
+}  // namespace
+
+void addEncode(CLI::App& app, Job& job) {
+  addConversion(*app.add_subcommand("encode", kEncodeDescription), kEncodeNotes, encode, job);
+}
+
+void addDecode(CLI::App& app, Job& job) {
+  addConversion(*app.add_subcommand("decode", kDecodeDescription), kDecodeNotes, decode, job);
+}
+
+}  // namespace pagescan::tool

@@ -1,0 +1,94 @@
+// pagescan utf8: to and from UTF-8 where that is needed.
+#include <cstddef>
+#include <limits>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "command_line.h"
+#include "commands/commands.h"
+#include "commands/iconv_routines.h"
+#include "output/bytes.h"
+#include "output/messages.h"
+#include "zkutf8.h"
+
+namespace pagescan::tool {
+
+namespace {
+
+constexpr char kDescription[] =
+    "Converts to or from UTF-8, where the text needs it\n"
+    "(ConvertAnsitoUtf8, ConvertUtf8toAnsi)";
+
+constexpr char kNotes[] =
+    "Text that looks like UTF-8 (isUtf8) is left alone on the way to UTF-8, and only\n"
+    "such text is converted on the way from it. What does not fit, and what is\n"
+    "malformed, becomes \"?\". Texts with NUL bytes between them are judged and\n"
+    "converted one by one.\n"
+    "\n"
+    "Examples:\n"
+    "  pagescan utf8 latin1.html > utf8.html\n"
+    "  pagescan utf8 --code-page WINDOWS-1251 page.html\n"
+    "  pagescan utf8 --to ansi --code-page SHIFT_JIS page.html";
+
+// The library counts a conversion's bytes, three for each one given, in an int.
+constexpr std::size_t kLongestText = std::numeric_limits<int>::max() / 3 - 1;
+
+struct Options {
+  std::string to = "utf8";
+  std::string codePage = "ISO-8859-1";
+  Names files;
+};
+
+// A conversion ends a text at its first NUL byte; piece by piece nothing is lost.
+void convert(const RWCString& bytes, bool toUtf8, Output& output) {
+  std::size_t start = 0;
+  for (;;) {
+    const std::size_t nul = bytes.index('\0', start);
+    const std::size_t end = nul == RWCString::npos ? bytes.length() : nul;
+    RWCString piece(bytes.data() + start, end - start);
+    toUtf8 ? ConvertAnsitoUtf8(piece) : ConvertUtf8toAnsi(piece);
+    output.write(bytesOf(piece));
+    if (nul == RWCString::npos) return;
+    output.write(std::string_view("\0", 1));
+    start = nul + 1;
+  }
+}
+
+ExitStatus run(const Options& options, Output& output) {
+  useCodePage(options.codePage);
+  return forEachInput(options.files, output, [&](const std::string& name, RWCString& bytes) {
+    if (bytes.length() > kLongestText) {
+      tellAbout(name, "too large to be converted");
+      return false;
+    }
+    convert(bytes, options.to == "utf8", output);
+    return true;
+  });
+}
+
+std::string checkCodePage(const std::string& name) {
+  return isCodePage(name) ? "" : name + " is no code page of this system ('iconv -l' lists them)";
+}
+
+}  // namespace
+
+void addUtf8(CLI::App& app, Job& job) {
+  CLI::App* command = app.add_subcommand("utf8", kDescription)->group(kCharacterCommands);
+  const auto options = std::make_shared<Options>();
+  command->add_option("--to", options->to, "utf8 (the default), or ansi: to the code page")
+      ->option_text("utf8|ansi")
+      ->check(CLI::IsMember({"utf8", "ansi"}));
+  command
+      ->add_option("--code-page", options->codePage,
+                   "The other character set, ISO-8859-1 by default: any\n"
+                   "that iconv knows and that writes \"A\" as one byte")
+      ->option_text("NAME")
+      ->check(checkCodePage);
+  addFiles(*command, options->files);
+  command->footer(kNotes);
+  command->callback(
+      [&job, options] { job = [options](Output& output) { return run(*options, output); }; });
+}
+
+}  // namespace pagescan::tool

@@ -1,0 +1,85 @@
+#include "output/harmless.h"
+
+#include <algorithm>
+
+#include "output/messages.h"
+#include "zkhtmlparseutils.h"
+
+namespace pagescan::tool {
+
+namespace {
+
+constexpr char kOpening[] = "<SCRIPT";
+constexpr char kClosing[] = "</SCRIPT>";
+constexpr std::size_t kClosingLength = sizeof(kClosing) - 1;
+constexpr std::size_t kFirstWindow = 1024;
+constexpr std::size_t kMostWarnings = 10;
+
+// What tqFindEndlessScript says of the text from `from` on. Asked about a window that grows until
+// there is an answer, it reads no more than twice the way to the next such tag: thousands of them
+// stay linear.
+std::size_t findEndlessScript(const RWCString& text, std::size_t from) {
+  const std::size_t rest = text.length() - from;
+  for (std::size_t size = kFirstWindow;; size *= 2) {
+    const RWCString window(text.data() + from, std::min(size, rest));
+    const std::size_t found = tqFindEndlessScript(window);
+    if (found != RWCString::npos) return from + found;
+    if (size >= rest) return RWCString::npos;
+  }
+}
+
+void warn(const std::string& inputName, const std::vector<std::size_t>& openings) {
+  const std::size_t shown = std::min(openings.size(), kMostWarnings);
+  for (std::size_t i = 0; i < shown; ++i) {
+    tellAbout(inputName, "offset " + std::to_string(openings[i]) +
+                             ": <SCRIPT without its \">\" before </SCRIPT> is not taken for a tag");
+  }
+  if (shown < openings.size()) {
+    tellAbout(inputName, "and " + std::to_string(openings.size() - shown) + " more of these");
+  }
+}
+
+}  // namespace
+
+void blankNulBytes(const std::string& inputName, RWCString& text) {
+  const std::size_t first = text.index('\0');
+  std::size_t count = 0;
+  for (std::size_t at = first; at != RWCString::npos; at = text.index('\0', at + 1)) {
+    text(at) = ' ';
+    ++count;
+  }
+  if (count != 0) {
+    tellAbout(inputName, std::to_string(count) + (count == 1 ? " NUL byte" : " NUL bytes") +
+                             " taken for blanks, from offset " + std::to_string(first) + " on");
+  }
+}
+
+HiddenScripts::HiddenScripts(const std::string& inputName, RWCString& text) {
+  std::size_t opening = tqFindEndlessScript(text);
+  while (opening != RWCString::npos) {
+    const std::size_t closing = text.index(kClosing, opening, RWCString::ignoreCase);
+    hide(text, opening, closing);
+    // What stands before is settled: blanking would go on from here.
+    opening = findEndlessScript(text, closing + kClosingLength);
+  }
+  warn(inputName, openings_);
+}
+
+// Every opening tag on the way to the closing one lacks its ">" just as the first does. The
+// closing tag would be a stray one, which ends the blanking of all scripts behind it.
+void HiddenScripts::hide(RWCString& text, std::size_t opening, std::size_t closing) {
+  while (opening < closing) {
+    text(opening) = ' ';
+    openings_.push_back(opening);
+    opening = text.index(kOpening, opening, RWCString::ignoreCase);
+  }
+  text(closing) = ' ';
+  closings_.push_back(closing);
+}
+
+void HiddenScripts::showIn(RWCString& text) const {
+  for (const std::size_t at : openings_) text(at) = '<';
+  for (const std::size_t at : closings_) text(at) = '<';
+}
+
+}  // namespace pagescan::tool

@@ -1,0 +1,44 @@
+// LinkSink: the parser's sink that writes out each record while the parser goes on.
+#ifndef PAGESCAN_TOOL_LINK_SINK_H
+#define PAGESCAN_TOOL_LINK_SINK_H
+
+#include <string>
+#include <string_view>
+
+#include "output/records_output.h"
+#include "rw/rwcstring.h"
+#include "tqurlbase.h"
+#include "zkhtmldietattributeobject.h"
+#include "zkhtmldietvirtualqueue.h"
+
+namespace pagescan::tool {
+
+// The text as it was read and the copy that the parser gets: free of NUL bytes, byte i of the text
+// standing at `lead` + i.
+struct ScannedText {
+  const RWCString& text;
+  const RWCString& copy;
+  int lead = 0;
+};
+
+// Borrows everything that it is given. No value is lost: the text's own bytes are shown where the
+// copy differs, and a resolved value in which escapes gave NUL bytes is shown whole.
+class LinkSink final : public CZKHtmlDietVirtualQueue {
+ public:
+  LinkSink(RecordsOutput& records, const std::string& baseUrl, const ScannedText& scanned);
+
+  bool insert(CZKHTMLDietTransactionsObject* record) override;
+
+ private:
+  void write(std::string_view tag, CZKHTMLDietAttributeObject& attribute);
+  std::string_view asWritten(CZKHTMLDietAttributeObject& attribute) const;
+  RWCString resolved(CZKHTMLDietAttributeObject& attribute);
+
+  RecordsOutput& records_;
+  urlBase base_;
+  ScannedText scanned_;
+};
+
+}  // namespace pagescan::tool
+
+#endif

@@ -1,0 +1,45 @@
+#include "output/output.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstddef>
+
+namespace pagescan::tool {
+
+namespace {
+
+constexpr std::size_t kBufferSize = 65536;
+
+}  // namespace
+
+void Output::write(std::string_view bytes) {
+  if (buffer_.size() + bytes.size() > kBufferSize) flush();
+  if (bytes.size() > kBufferSize) {
+    send(bytes);
+  } else {
+    buffer_.append(bytes);
+  }
+}
+
+void Output::flush() {
+  send(buffer_);
+  buffer_.clear();
+}
+
+bool Output::isTerminal() const {
+  return ::isatty(descriptor_) != 0;
+}
+
+void Output::send(std::string_view bytes) {
+  while (!bytes.empty() && error_ == 0) {
+    const ssize_t written = ::write(descriptor_, bytes.data(), bytes.size());
+    if (written >= 0) {
+      bytes.remove_prefix(static_cast<std::size_t>(written));
+    } else if (errno != EINTR) {
+      error_ = errno;
+    }
+  }
+}
+
+}  // namespace pagescan::tool
