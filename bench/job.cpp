@@ -43,7 +43,7 @@ Job& Job::contender(std::string name, Pass pass) {
 
 Job& Job::library(Pass pass) {
   const auto onBaseline = [pass] {
-    const UsedKernels baseline(KernelLevel::baseline);
+    const UsedKernels baseline(KernelLevel::sse2);
     return pass();
   };
   contender(kLibrary, pass);

@@ -63,15 +63,15 @@ inline std::string textOf(const RWCString& text) {
 
 class Input {
  public:
-  // A version of the kernels that the machine lacks is replaced by the baseline, so that an input
+  // A version of the kernels that the machine lacks is replaced by the portable one, so that an input
   // does the same whatever ran before it.
   Input(const std::uint8_t* data, std::size_t size)
       : rest_(reinterpret_cast<const char*>(data), size) {
     using pagescan::internal::KernelLevel;
-    constexpr KernelLevel kLevels[] = {KernelLevel::baseline, KernelLevel::avx2,
+    constexpr KernelLevel kLevels[] = {KernelLevel::portable, KernelLevel::sse2, KernelLevel::avx2,
                                        KernelLevel::avx512};
     if (!pagescan::internal::useKernels(kLevels[number(std::size(kLevels))])) {
-      pagescan::internal::useKernels(KernelLevel::baseline);
+      pagescan::internal::useKernels(KernelLevel::portable);
     }
   }
 

@@ -4,6 +4,8 @@
 
 namespace pagescan::internal {
 
+#if defined(__x86_64__)
+
 constinit const Kernels* activeKernels = &kSse2Kernels;
 
 namespace {
@@ -33,20 +35,35 @@ const Kernels* kernelsOf(KernelLevel level) {
   __builtin_cpu_init();
   if (level == KernelLevel::avx512) return hasAvx512() ? &kAvx512Kernels : nullptr;
   if (level == KernelLevel::avx2) return hasAvx2() ? &kAvx2Kernels : nullptr;
-  return &kSse2Kernels;
+  return level == KernelLevel::sse2 ? &kSse2Kernels : &kPortableKernels;
+}
+// GCOVR_EXCL_BR_STOP
+
+}  // namespace
+
+#else
+
+constinit const Kernels* activeKernels = &kPortableKernels;
+
+namespace {
+
+const Kernels* kernelsOf(KernelLevel level) {
+  return level == KernelLevel::portable ? &kPortableKernels : nullptr;
 }
 
 }  // namespace
+
+#endif
 
 bool useKernels(KernelLevel level) {
   const Kernels* kernels = kernelsOf(level);
   if (kernels) activeKernels = kernels;
   return kernels != nullptr;
 }
-// GCOVR_EXCL_BR_STOP
 
 namespace {
 
+// What nothing better is found for keeps the level that is active at first.
 [[maybe_unused]] const bool chosenAtLoad =
     useKernels(KernelLevel::avx512) || useKernels(KernelLevel::avx2);
 

@@ -1,10 +1,11 @@
 // The inner loops that pay for wide vectors, and the one place that chooses between their versions.
 //
-// Every kernel is written over a vector type (kernels_impl.h) and compiled for the baseline (SSE2,
-// which every x86-64 machine has) and for AVX2. With AVX-512 the searches are others: those for
-// texts and regions are compiled once more, those for tags and marks are written for it
-// (kernels_avx512.cpp). The choice is made when the library is loaded; before that the baseline
-// serves. Ranges are [begin, end); nothing outside is read.
+// Every kernel is written over a vector type (kernels_impl.h) and compiled for each level: portable
+// (words of eight bytes, on every 64-bit machine), and on x86-64 SSE2, which every such machine
+// has, and AVX2. With AVX-512 the searches are others: those for texts and regions are compiled
+// once more, those for tags and marks are written for it (kernels_avx512.cpp). The choice is made
+// when the library is loaded; before that the best level that needs no asking serves. Ranges are
+// [begin, end); nothing outside is read.
 #ifndef PAGESCAN_BASE_KERNELS_H
 #define PAGESCAN_BASE_KERNELS_H
 
@@ -135,7 +136,7 @@ inline const Kernels& kernels() {
   return *activeKernels;
 }
 
-enum class KernelLevel { baseline, avx2, avx512 };
+enum class KernelLevel { portable, sse2, avx2, avx512 };
 
 // Makes `level` the active one and returns true, or false on a machine without it. Not for use
 // while other threads are in the library: it is the switch for tests and benchmarks.

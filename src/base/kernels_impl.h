@@ -285,8 +285,8 @@ std::uint64_t xorWords(const char* words, std::size_t count) {
   char lanes[Vector::kWidth];
   Vector::store(lanes, Vector::differ(even, odd));
   Word sum = 0;
-  for (std::size_t i = 0; i < kWordsPerVector; ++i) sum ^= wordAt<Word>(lanes + i * sizeof(Word));
-  for (; done < count; ++done) sum ^= wordAt<Word>(words + done * sizeof(Word));
+  for (std::size_t i = 0; i < kWordsPerVector; ++i) sum ^= loadWord<Word>(lanes + i * sizeof(Word));
+  for (; done < count; ++done) sum ^= loadWord<Word>(words + done * sizeof(Word));
   return sum;
 }
 

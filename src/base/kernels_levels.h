@@ -1,4 +1,5 @@
-// The versions of the kernels that kernels.cpp chooses from.
+// The versions of the kernels that kernels.cpp chooses from. All but the portable one exist on
+// x86-64 alone.
 #ifndef PAGESCAN_BASE_KERNELS_LEVELS_H
 #define PAGESCAN_BASE_KERNELS_LEVELS_H
 
@@ -6,6 +7,7 @@
 
 namespace pagescan::internal {
 
+extern const Kernels kPortableKernels;
 extern const Kernels kSse2Kernels;
 extern const Kernels kAvx2Kernels;
 

@@ -8,16 +8,10 @@
 
 #include "base/kernels.h"
 #include "base/percent.h"
+#include "base/words.h"
 
 namespace pagescan::internal {
 namespace {
-
-template <class Word>
-std::uint64_t wordAt(const char* at) {
-  Word word;
-  std::memcpy(&word, at, sizeof word);
-  return word;
-}
 
 // The kinds of bytes as ranges of signed numbers: continuation, lead, ASCII.
 constexpr char kFirstLead = -64;
@@ -143,10 +137,11 @@ inline bool holds(std::uint64_t word, char c) {
 inline bool holdsEitherShort(const char* begin, const char* end, char a, char b) {
   const auto isIn = [&](std::uint64_t word) { return holds(word, a) || holds(word, b); };
   if (end - begin >= 8) {
-    return isIn(wordAt<std::uint64_t>(begin)) || isIn(wordAt<std::uint64_t>(end - 8));
+    return isIn(loadWord<std::uint64_t>(begin)) || isIn(loadWord<std::uint64_t>(end - 8));
   }
   if (end - begin >= 4) {
-    return isIn(wordAt<std::uint32_t>(begin) << 32 | wordAt<std::uint32_t>(end - 4));
+    return isIn(std::uint64_t{loadWord<std::uint32_t>(begin)} << 32 |
+                loadWord<std::uint32_t>(end - 4));
   }
   for (; begin < end; ++begin) {
     if (*begin == a || *begin == b) return true;

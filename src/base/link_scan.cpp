@@ -1,64 +1,61 @@
 #include "base/link_scan.h"
 
-#include <emmintrin.h>
-
 #include <algorithm>
 #include <cstdint>
-#include <cstring>
+
+#include "base/near_vector.h"
+#include "base/words.h"
 
 namespace pagescan::internal {
 namespace {
 
-constexpr std::size_t kWidth = 16;
+using Vector = NearVector;
 
-__m128i load(const char* at) {
-  return _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
+Vector::Type toClean(const char* at) {
+  const Vector::Type bytes = Vector::load(at);
+  const Vector::Type isLow = Vector::without(Vector::less(bytes, Vector::fill(' ' + 1)),
+                                             Vector::less(bytes, Vector::fill(0)));
+  return Vector::either(isLow, Vector::equal(bytes, Vector::fill('%')));
 }
 
-__m128i equals(__m128i bytes, char c) {
-  return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c));
+// Looks at one byte more than a vector has.
+Vector::Type toFold(const char* at) {
+  const Vector::Type bytes = Vector::load(at);
+  const Vector::Type next = Vector::load(at + 1);
+  const Vector::Type isBackslash = Vector::either(Vector::equal(bytes, Vector::fill('\\')),
+                                                  Vector::equal(next, Vector::fill('\\')));
+  return Vector::either(isBackslash, Vector::both(Vector::equal(bytes, Vector::fill('.')),
+                                                  Vector::equal(next, Vector::fill('/'))));
 }
 
-__m128i toClean(__m128i bytes) {
-  const __m128i isLow = _mm_cmpeq_epi8(_mm_min_epu8(bytes, _mm_set1_epi8(' ')), bytes);
-  return _mm_or_si128(isLow, equals(bytes, '%'));
-}
-
-__m128i toFold(__m128i bytes) {
-  const __m128i isBehindDot = _mm_slli_si128(equals(bytes, '.'), 1);
-  return _mm_or_si128(equals(bytes, '\\'), _mm_and_si128(equals(bytes, '/'), isBehindDot));
-}
-
-// Whether any block of a link of at least one block shows what `found` looks for. Neighbouring
-// blocks have `kOverlap` bytes in common, so that a find of more than one byte stands in one.
-template <std::size_t kOverlap, class Found>
+// Whether any block of a link of at least `kBlock` bytes shows what `found` looks for in so many.
+template <std::size_t kBlock, class Found>
 bool anyBlock(std::string_view link, Found found) {
-  const char* last = link.data() + link.size() - kWidth;
-  __m128i any = found(load(last));
-  for (const char* at = link.data(); at < last; at += kWidth - kOverlap) {
-    any = _mm_or_si128(any, found(load(at)));
+  const char* last = link.data() + link.size() - kBlock;
+  Vector::Type any = found(last);
+  for (const char* at = link.data(); at < last; at += Vector::kWidth) {
+    any = Vector::either(any, found(at));
   }
-  return _mm_movemask_epi8(any) != 0;
+  return Vector::mask(any) != 0;
 }
 
 // Eight bytes with letters in lower case. Other bytes change as well, but none above 31 that is not
 // a letter becomes one of a lower-case scheme.
 std::uint64_t loweredWord(const char* at) {
-  std::uint64_t word = 0;
-  std::memcpy(&word, at, sizeof word);
-  return word | 0x2020202020202020U;
+  return loadWord<std::uint64_t>(at) | 0x2020202020202020U;
 }
 
 }  // namespace
 
 bool needsCleaning(std::string_view link) {
-  if (link.size() >= kWidth) return anyBlock<0>(link, toClean);
+  if (link.size() >= Vector::kWidth) return anyBlock<Vector::kWidth>(link, toClean);
   return std::any_of(link.begin(), link.end(),
                      [](char c) { return static_cast<unsigned char>(c) <= ' ' || c == '%'; });
 }
 
 bool needsFolding(std::string_view link) {
-  if (link.size() >= kWidth) return anyBlock<1>(link, toFold);
+  constexpr std::size_t kBlock = Vector::kWidth + 1;
+  if (link.size() >= kBlock) return anyBlock<kBlock>(link, toFold);
   for (std::size_t i = 0; i < link.size(); ++i) {
     if (link[i] == '\\' || (link[i] == '/' && i > 0 && link[i - 1] == '.')) return true;
   }

@@ -6,7 +6,7 @@
 
 namespace pagescan::internal {
 
-// All are linear; links are too short for vectors wider than the baseline's.
+// All are linear; links are too short for vectors wider than NearVector.
 
 // Whether a link holds a blank, a control byte or a "%".
 bool needsCleaning(std::string_view link);

@@ -3,8 +3,6 @@
 #ifndef PAGESCAN_BASE_SEARCH_H
 #define PAGESCAN_BASE_SEARCH_H
 
-#include <emmintrin.h>
-
 #include <bit>
 #include <cstddef>
 #include <cstring>
@@ -12,6 +10,7 @@
 
 #include "base/byte_class.h"
 #include "base/kernels.h"
+#include "base/near_vector.h"
 
 namespace pagescan::internal {
 
@@ -24,11 +23,11 @@ inline const char* findByte(const char* begin, const char* end, char byte) {
 // The same, for a byte that stands within a few dozen bytes as a rule: there a call costs as much
 // as the search.
 inline const char* findNearbyByte(const char* begin, const char* end, char byte) {
-  constexpr std::ptrdiff_t kWidth = sizeof(__m128i);
+  constexpr std::ptrdiff_t kWidth = NearVector::kWidth;
+  const auto wanted = NearVector::fill(byte);
   for (int i = 0; i < 4 && end - begin >= kWidth; ++i, begin += kWidth) {
-    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(begin));
-    const int mask = _mm_movemask_epi8(_mm_cmpeq_epi8(bytes, _mm_set1_epi8(byte)));
-    if (mask != 0) return begin + std::countr_zero(static_cast<unsigned>(mask));
+    const auto mask = NearVector::mask(NearVector::equal(NearVector::load(begin), wanted));
+    if (mask != 0) return begin + std::countr_zero(mask);
   }
   return findByte(begin, end, byte);
 }

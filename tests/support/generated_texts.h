@@ -123,7 +123,8 @@ struct NamedKernelLevel {
   const char* name;
 };
 inline constexpr NamedKernelLevel kKernelLevels[] = {
-    {KernelLevel::baseline, "kernels: baseline"},
+    {KernelLevel::portable, "kernels: portable"},
+    {KernelLevel::sse2, "kernels: SSE2"},
     {KernelLevel::avx2, "kernels: AVX2"},
     {KernelLevel::avx512, "kernels: AVX-512"},
 };
