@@ -1,76 +1,72 @@
-// The names of kinds, slots and flags.
+// The names of kinds, slots, flags and profiles.
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+
 #include "pagescan/page.h"
 
 namespace pagescan {
+namespace {
+
+// In the order of the enumerators.
+constexpr std::string_view kKindNames[] = {
+    "load",     "navigation", "form",     "ping",   "connection", "base",
+    "metadata", "identifier", "fragment", "script", "dead",
+};
+static_assert(std::size(kKindNames) == static_cast<std::size_t>(Kind::dead) + 1);
+
+constexpr std::string_view kSlotNames[] = {
+    "url", "url_list", "comma_list", "srcset", "refresh", "css_url", "css_string", "json",
+};
+static_assert(std::size(kSlotNames) == static_cast<std::size_t>(Slot::json) + 1);
+
+template <typename Id>
+struct Named {
+  Id id;
+  std::string_view name;
+};
+
+constexpr Named<Flag> kFlagNames[] = {
+    {kNoscript, "noscript"}, {kTemplate, "template"},       {kCandidate, "candidate"},
+    {kLazy, "lazy"},         {kConditional, "conditional"}, {kNonstandard, "nonstandard"},
+    {kNested, "nested"},
+};
+
+constexpr Named<Profiles> kProfileNames[] = {
+    {0, "standard"},
+    {kLazyProfile, "lazy"},
+    {kMetaProfile, "meta"},
+    {kDataProfile, "data"},
+};
+
+}  // namespace
 
 std::string_view nameOf(Kind kind) {
-  switch (kind) {
-    case Kind::load:
-      return "load";
-    case Kind::navigation:
-      return "navigation";
-    case Kind::form:
-      return "form";
-    case Kind::ping:
-      return "ping";
-    case Kind::connection:
-      return "connection";
-    case Kind::base:
-      return "base";
-    case Kind::metadata:
-      return "metadata";
-    case Kind::identifier:
-      return "identifier";
-    case Kind::fragment:
-      return "fragment";
-    case Kind::script:
-      return "script";
-    case Kind::dead:
-      return "dead";
-  }
-  return "";
+  return kKindNames[static_cast<std::size_t>(kind)];
 }
 
 std::string_view nameOf(Slot slot) {
-  switch (slot) {
-    case Slot::url:
-      return "url";
-    case Slot::urlList:
-      return "url_list";
-    case Slot::commaList:
-      return "comma_list";
-    case Slot::srcset:
-      return "srcset";
-    case Slot::refresh:
-      return "refresh";
-    case Slot::cssUrl:
-      return "css_url";
-    case Slot::cssString:
-      return "css_string";
-    case Slot::json:
-      return "json";
+  return kSlotNames[static_cast<std::size_t>(slot)];
+}
+
+std::string_view nameOf(Flag flag) {
+  for (const auto& [id, name] : kFlagNames) {
+    if (id == flag) return name;
   }
   return "";
 }
 
-std::string_view nameOf(Flag flag) {
-  switch (flag) {
-    case kNoscript:
-      return "noscript";
-    case kTemplate:
-      return "template";
-    case kCandidate:
-      return "candidate";
-    case kLazy:
-      return "lazy";
-    case kConditional:
-      return "conditional";
-    case kNonstandard:
-      return "nonstandard";
-    case kNested:
-      return "nested";
+std::optional<Kind> kindOf(std::string_view name) {
+  const auto* const found = std::find(std::begin(kKindNames), std::end(kKindNames), name);
+  if (found == std::end(kKindNames)) return std::nullopt;
+  return static_cast<Kind>(found - std::begin(kKindNames));
+}
+
+std::optional<Profiles> profileOf(std::string_view name) {
+  for (const auto& [id, known] : kProfileNames) {
+    if (known == name) return id;
   }
-  return "";
+  return std::nullopt;
 }
 
 }  // namespace pagescan
