@@ -36,12 +36,16 @@ struct Name {
     if (begin && !end) end = at;
   }
 
-  ScannedName as(ScannedName::Kind kind) const { return {kind, begin, end, end}; }
-  ScannedName before(const char* equals) const { return {ScannedName::equals, begin, end, equals}; }
+  ScannedName as(ScannedName::Kind kind, const char* readTo) const {
+    return {kind, begin, end, end, readTo};
+  }
+  ScannedName before(const char* equals) const {
+    return {ScannedName::equals, begin, end, equals, equals};
+  }
 };
 
 ScannedName without(ScannedName::Kind kind, const char* next) {
-  return {kind, nullptr, nullptr, next};
+  return {kind, nullptr, nullptr, next, next};
 }
 
 // Reads a name whatever stands around it.
@@ -53,28 +57,30 @@ ScannedName scanAnyName(const char* begin, const char* end) {
         name.endAt(at);
         break;
       case ByteKind::nameByte:
-        if (name.end) return name.as(ScannedName::bareName);
+        if (name.end) return name.as(ScannedName::bareName, at);
         if (!name.begin) name.begin = at;
         at = findFirstNotOf(at + 1, end, kNameBytes) - 1;
         break;
       case ByteKind::tagEnd:
         name.endAt(at);
-        return name.begin ? name.as(ScannedName::lastName) : without(ScannedName::tagEnd, at + 1);
+        return name.begin ? name.as(ScannedName::lastName, at)
+                          : without(ScannedName::tagEnd, at + 1);
       case ByteKind::equals:
         name.endAt(at);
         return name.begin ? name.before(at) : without(ScannedName::strayEquals, at);
       case ByteKind::unexpected:
         at = findFirstOf(at, end, kBreaks);
         if (at == end) {
-          return name.end ? name.as(ScannedName::cutName) : without(ScannedName::nothing, end);
+          return name.end ? name.as(ScannedName::cutName, end) : without(ScannedName::nothing, end);
         }
         if (*at == '>') {
-          return name.end ? name.as(ScannedName::lastName) : without(ScannedName::tagEnd, at + 1);
+          return name.end ? name.as(ScannedName::lastName, at)
+                          : without(ScannedName::tagEnd, at + 1);
         }
         break;
     }
   }
-  return name.end ? name.as(ScannedName::bareName) : without(ScannedName::nothing, end);
+  return name.end ? name.as(ScannedName::bareName, end) : without(ScannedName::nothing, end);
 }
 
 }  // namespace
@@ -84,7 +90,7 @@ ScannedName scanName(const char* begin, const char* end) {
   begin = findFirstNotOf(begin, end, kSeparators);
   const char* nameEnd = findFirstNotOf(begin, end, kNameBytes);
   const bool isUsual = begin < nameEnd && nameEnd < end && *nameEnd == '=';
-  return isUsual ? ScannedName{ScannedName::equals, begin, nameEnd, nameEnd}
+  return isUsual ? ScannedName{ScannedName::equals, begin, nameEnd, nameEnd, nameEnd}
                  : scanAnyName(begin, end);
 }
 

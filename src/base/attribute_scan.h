@@ -10,10 +10,10 @@ namespace pagescan::internal {
 struct ScannedName {
   enum Kind {
     nothing,      // the text ended
-    tagEnd,       // ">" came first; `next` is behind it
+    tagEnd,       // ">" came first; `next` is after it
     strayEquals,  // "=" without a name came first; `next` is at it
     bareName,     // a name without "="; `next` is at its end
-    lastName,     // the same, and the tag ends behind it
+    lastName,     // the same, and the tag ends after it
     cutName,      // the same, and nothing but unexpected bytes follows up to the end of the text
     equals,       // a name, and `next` is at its "="
   };
@@ -22,13 +22,15 @@ struct ScannedName {
   const char* begin;
   const char* end;
   const char* next;
+  const char* readTo;  // no byte from here on was looked at, but for one that stopped the reading
 
   std::string_view name() const { return {begin, static_cast<std::size_t>(end - begin)}; }
 };
 
 // Reads the next name. Letters, digits and "-" make names; white space and double quotes separate
-// them; any other byte is unexpected and skipped up to the next white space or ">", a name begun
-// before it going on behind it.
+// them; any other byte is unexpected and skipped up to the next white space or ">". A name that was
+// begun before unexpected bytes goes on after them, and takes them in: "a/b c=d" is one name, "a/b
+// c".
 ScannedName scanName(const char* begin, const char* end);
 
 struct ScannedValue {
@@ -45,7 +47,7 @@ struct ScannedValue {
   std::string_view value() const { return {begin, static_cast<std::size_t>(end - begin)}; }
 };
 
-// Reads the value that follows a "=", from the byte behind it on. There are no escapes; in quotes
+// Reads the value that follows a "=", from the byte after it on. There are no escapes; in quotes
 // all other bytes are content.
 ScannedValue scanValue(const char* begin, const char* end);
 

@@ -1,5 +1,7 @@
 #include "classic/tag_attributes.h"
 
+#include <algorithm>
+
 #include "base/attribute_scan.h"
 #include "base/byte_class.h"
 #include "base/search.h"
@@ -7,13 +9,15 @@
 namespace pagescan::internal {
 namespace {
 
-// Marks stand at most one in so many bytes. Fewer cost less memory, more spare more reading.
+// A reading leaves a mark at an attribute that takes it over a line of so many bytes, at most one
+// in each. Fewer cost less memory, more spare more reading.
 constexpr std::ptrdiff_t kBytesPerLine = 128;
 
 // One attribute, or the end of the reading.
 struct Step {
-  bool isLast;            // nothing is read behind this one
+  bool isLast;            // nothing is read after this one
   const char* next;       // where to go on
+  const char* readTo;     // how far the text was looked at
   std::string_view name;  // empty when there is no attribute
   std::string_view value;
 };
@@ -24,20 +28,21 @@ Step readAttribute(const char* at, const char* end) {
     case ScannedName::bareName:
     case ScannedName::cutName:
     case ScannedName::lastName:
-      return {scanned.kind == ScannedName::lastName, scanned.end, scanned.name(), {}};
+      return {
+          scanned.kind == ScannedName::lastName, scanned.end, scanned.readTo, scanned.name(), {}};
     case ScannedName::equals: {
       const ScannedValue value = scanValue(scanned.next + 1, end);
       if (value.kind == ScannedValue::whole) {
-        return {false, value.end, scanned.name(), value.value()};
+        return {false, value.end, value.end, scanned.name(), value.value()};
       }
-      break;
+      return {true, end, end, {}, {}};
     }
     case ScannedName::nothing:
     case ScannedName::tagEnd:
     case ScannedName::strayEquals:
       break;
   }
-  return {true, end, {}, {}};
+  return {true, end, scanned.readTo, {}, {}};
 }
 
 }  // namespace
@@ -60,8 +65,8 @@ void TagAttributeReader::addKnown(const Firsts& known, FoundAttributes& found) c
 }
 
 // From the end of the trail to its start, so that each mark knows all that follows it.
-void TagAttributeReader::keep(const Trail& trail, const Firsts* behind) {
-  Firsts firsts = behind ? *behind : Firsts{};
+void TagAttributeReader::keep(const Trail& trail, const Firsts* after) {
+  Firsts firsts = after ? *after : Firsts{};
   for (auto event = trail.rbegin(); event != trail.rend(); ++event) {
     if (event->mark) {
       marks_.emplace(event->mark, firsts);
@@ -77,18 +82,12 @@ void TagAttributeReader::read(const char* nameEnd, const char* tagEnd, Attribute
   const char* at = skipWhiteSpace(nameEnd + 1, end_);
   Trail trail;
   const Firsts* known = nullptr;
-  const char* previous = tagEnd;
   while (at < end_ && (!trail.empty() || !found.hasAll(wanted))) {
-    if (at > tagEnd) {
-      unmarked_ -= at - previous;
-      if (unmarked_ < 0 && crossesLine(previous, at)) {
-        known = markAt(at);
-        if (known) break;
-        trail.push_back({at, 0});
-      }
-      previous = at;
-    }
+    const bool usesMarks = at > tagEnd && hasReadFar();
+    if (usesMarks && (known = markAt(at))) break;
     const Step step = readAttribute(at, end_);
+    if (step.readTo > tagEnd) readPastTags_ += step.readTo - std::max(at, tagEnd);
+    if (usesMarks && crossesLine(at, step.readTo)) trail.push_back({at, 0});
     const std::size_t id = findAttributeOfInterest(step.name);
     if (id != kNoAttribute) {
       found.add(id, step.value);

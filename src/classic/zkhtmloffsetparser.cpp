@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 
 #include "base/byte_class.h"
@@ -37,16 +38,25 @@ class CHTMLOffsetParser::Record : public CZKHTMLDietTransactionsObject {
   explicit Record(std::string_view tag) { tagName = stringOf(tag); }
   ~Record() override { deleteAttributesBut(&first_); }
 
-  // Adds an attribute of the tag table with its value resolved.
-  void add(std::size_t id, std::string_view value, int offset, urlBase& resolver) {
+  // Adds an attribute of the tag table; `assignTo(original, resolved)` gives it its two values.
+  template <class AssignTo>
+  void add(std::size_t id, int offset, const AssignTo& assignTo) {
     if (attributeList.entries() == 0) {
-      fill(first_, id, value, offset, resolver);
+      fill(first_, id, offset, assignTo);
       insertUnder(sharedAttributeName(id), &first_);
     } else {
       auto attribute = std::make_unique<CZKHTMLDietAttributeObject>();
-      fill(*attribute, id, value, offset, resolver);
+      fill(*attribute, id, offset, assignTo);
       if (insertUnder(sharedAttributeName(id), attribute.get())) attribute.release();
     }
+  }
+
+  // The same, with the value resolved.
+  void add(std::size_t id, std::string_view value, int offset, urlBase& resolver) {
+    add(id, offset, [&](RWCString& original, RWCString& resolved) {
+      original = stringOf(value);
+      resolver.calcUrl(original, resolved, false, true);
+    });
   }
 
   // Hands the record over to the parser's queue.
@@ -56,16 +66,46 @@ class CHTMLOffsetParser::Record : public CZKHTMLDietTransactionsObject {
   }
 
  private:
-  static void fill(CZKHTMLDietAttributeObject& attribute, std::size_t id, std::string_view value,
-                   int offset, urlBase& resolver) {
+  template <class AssignTo>
+  static void fill(CZKHTMLDietAttributeObject& attribute, std::size_t id, int offset,
+                   const AssignTo& assignTo) {
     attribute.attributeName = sharedAttributeName(id);
-    attribute.originalAttributeValue = stringOf(value);
     attribute.attributeOffset = offset;
-    resolver.calcUrl(attribute.originalAttributeValue, attribute.attributeValue, false, true);
+    assignTo(attribute.originalAttributeValue, attribute.attributeValue);
   }
 
   CZKHTMLDietAttributeObject first_;
 };
+
+namespace {
+
+// Long values that several tags may have in common, because their readings run past their ">": the
+// records share the bytes of such a value, as written and resolved. Otherwise a page of n bytes
+// could make records of many times n bytes.
+class SharedValues {
+ public:
+  static constexpr std::size_t kShortest = 64;
+
+  void assign(std::string_view value, urlBase& resolver, RWCString& original, RWCString& resolved) {
+    Texts& texts = values_[value.data()];
+    if (texts.original.length() != value.size()) {
+      Texts made{stringOf(value), {}};
+      resolver.calcUrl(made.original, made.resolved, false, true);
+      texts = made;
+    }
+    original = texts.original;
+    resolved = texts.resolved;
+  }
+
+ private:
+  struct Texts {
+    RWCString original;
+    RWCString resolved;
+  };
+  std::unordered_map<const char*, Texts> values_;  // by where the value stands in the page
+};
+
+}  // namespace
 
 // --- The pass over a page ---------------------------------------------------------------------
 
@@ -104,7 +144,7 @@ class CHTMLOffsetParser::HtmlPass {
     attributes_.read(nameEnd, tagEnd, tag.wanted(), found);
     parser_.position = static_cast<unsigned long>(tagEnd - begin_);
     if (found.hasAny(tag.wanted())) {
-      queueRecord(tag, found);
+      queueRecord(tag, found, tagEnd);
     } else if (tag.name == "FRAME" || tag.name == "IFRAME") {
       queuePlaceholder(tag);
     }
@@ -116,7 +156,7 @@ class CHTMLOffsetParser::HtmlPass {
     return isSamePage ? begin_ + parser_.position : end_;
   }
 
-  void queueRecord(const TagOfInterest& tag, const FoundAttributes& found) {
+  void queueRecord(const TagOfInterest& tag, const FoundAttributes& found, const char* tagEnd) {
     auto record = std::make_unique<Record>(tag.name);
     AttributeSet added = 0;
     for (const std::uint8_t id : tag) {
@@ -124,7 +164,15 @@ class CHTMLOffsetParser::HtmlPass {
       if (!found.has(id) || (added & bit) != 0) continue;
       added |= bit;
       const std::string_view value = found.value(id);
-      record->add(id, value, offsetOf(value), parser_.base);
+      const bool isShared =
+          value.size() >= SharedValues::kShortest && value.data() + value.size() > tagEnd;
+      if (isShared) {
+        record->add(id, offsetOf(value), [&](RWCString& original, RWCString& resolved) {
+          sharedValues_.assign(value, parser_.base, original, resolved);
+        });
+      } else {
+        record->add(id, value, offsetOf(value), parser_.base);
+      }
     }
     Record::queue(std::move(record), parser_);
   }
@@ -144,6 +192,7 @@ class CHTMLOffsetParser::HtmlPass {
   const char* begin_;
   const char* end_;
   TagAttributeReader attributes_;
+  SharedValues sharedValues_;
 };
 
 // --- The parser -------------------------------------------------------------------------------

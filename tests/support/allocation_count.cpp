@@ -6,9 +6,11 @@
 namespace {
 
 thread_local std::size_t allocations = 0;
+thread_local std::size_t bytes = 0;
 
 void* allocate(std::size_t size) {
   ++allocations;
+  bytes += size;
   return std::malloc(size == 0 ? 1 : size);
 }
 
@@ -53,10 +55,14 @@ void operator delete[](void* memory, const std::nothrow_t&) noexcept {
 
 namespace pagescan::tests {
 
-AllocationCount::AllocationCount() : before_(allocations) {}
+AllocationCount::AllocationCount() : before_(allocations), bytesBefore_(bytes) {}
 
 std::size_t AllocationCount::soFar() const {
   return allocations - before_;
+}
+
+std::size_t AllocationCount::bytesSoFar() const {
+  return bytes - bytesBefore_;
 }
 
 }  // namespace pagescan::tests

@@ -14,9 +14,11 @@ class AllocationCount {
  public:
   AllocationCount();
   std::size_t soFar() const;
+  std::size_t bytesSoFar() const;
 
  private:
   std::size_t before_;
+  std::size_t bytesBefore_;
 };
 
 // How many allocations the calling thread makes in `action`.
@@ -25,6 +27,14 @@ std::size_t allocationsOf(const Action& action) {
   const AllocationCount count;
   action();
   return count.soFar();
+}
+
+// How many bytes it takes, what it gives back not taken off.
+template <typename Action>
+std::size_t bytesTakenBy(const Action& action) {
+  const AllocationCount count;
+  action();
+  return count.bytesSoFar();
 }
 
 }  // namespace pagescan::tests
