@@ -150,7 +150,9 @@ class PAGESCAN_EXPORT RWCString {
   int compareTo(const char* other, caseCompare = exact) const noexcept;
   int compareTo(const RWCString& other, caseCompare = exact) const noexcept;
 
-  // Equal strings have equal hashes.
+  // Equal strings have equal hashes within one process. Each process has hashes of its own, so that
+  // no page can be made whose names all have the same one: they must not be stored.
+  // Cost    linear in the text.
   unsigned hash() const noexcept;
 
  private:

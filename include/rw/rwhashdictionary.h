@@ -2,7 +2,8 @@
 //
 // Owns neither keys nor values until clearAndDestroy is asked for; a copy holds the same objects.
 // Keys must not change while they are inside. Nothing is allocated while it is empty, nor for up
-// to two pairs. Every lookup hashes its argument once and takes constant time on average.
+// to two pairs. Every lookup hashes its argument once and takes constant time on average, whatever
+// strings a stranger chose as keys (see RWCString::hash).
 #ifndef PAGESCAN_RW_RWHASHDICTIONARY_H
 #define PAGESCAN_RW_RWHASHDICTIONARY_H
 

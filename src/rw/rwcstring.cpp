@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "base/byte_class.h"
+#include "base/keyed_hash.h"
 #include "base/search.h"
 #include "rw/rwbounds.h"
 
@@ -276,12 +277,8 @@ int RWCString::compareTo(const RWCString& other, caseCompare cmp) const noexcept
   return compare({data_, length_}, {other.data_, other.length_}, cmp);
 }
 
-// FNV-1a, 32 bits wide.
 unsigned RWCString::hash() const noexcept {
-  unsigned sum = 2166136261U;
-  for (std::size_t i = 0; i < length_; ++i)
-    sum = (sum ^ pagescan::internal::toByte(data_[i])) * 16777619U;
-  return sum;
+  return pagescan::internal::keyedHash({data_, length_});
 }
 
 bool operator==(const RWCString& a, const RWCString& b) noexcept {

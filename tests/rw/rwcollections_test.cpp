@@ -1,11 +1,14 @@
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <cstdio>
 #include <functional>
 #include <memory>
 #include <set>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "rw/rwbounds.h"
@@ -452,6 +455,59 @@ class HashCounted : public RWCollectableString {
   }
   mutable int hashes = 0;
 };
+
+// A key that counts the comparisons of all keys.
+class ComparisonsCounted : public RWCollectableString {
+ public:
+  explicit ComparisonsCounted(const std::string& text) : RWCollectableString(text.c_str()) {}
+  bool isEqual(const RWCollectable* other) const override {
+    ++comparisons;
+    return RWCollectableString::isEqual(other);
+  }
+  static inline std::size_t comparisons = 0;
+};
+
+// FNV-1a, a hash without a key.
+unsigned openHash(unsigned sum, std::string_view text) {
+  for (const char c : text) sum = (sum ^ static_cast<unsigned char>(c)) * 16777619U;
+  return sum;
+}
+
+// Names that all have the same open hash: any of two for the first eight bytes, any of two for the
+// next eight, and so on.
+std::vector<std::string> collidingNames(int pairs) {
+  std::vector<std::string> names = {""};
+  unsigned sum = 2166136261U;
+  for (int pair = 0; pair < pairs; ++pair) {
+    std::unordered_map<unsigned, std::string> seen;
+    for (unsigned i = 0;; ++i) {
+      char text[16];
+      std::snprintf(text, sizeof text, "%08x", i * 2654435761U);
+      const auto [other, isNew] = seen.try_emplace(openHash(sum, text), text);
+      if (isNew) continue;
+      sum = other->first;
+      for (std::size_t n = names.size(); n-- > 0;) {
+        names.push_back(names[n] + text);
+        names[n] += other->second;
+      }
+      break;
+    }
+  }
+  return names;
+}
+
+TEST(RWHashDictionary, ComparesFewKeysHoweverTheyWereChosen) {
+  const std::vector<std::string> names = collidingNames(8);
+  ASSERT_EQ(openHash(2166136261U, names.front()), openHash(2166136261U, names.back()));
+  RWHashDictionary dictionary;
+  ComparisonsCounted::comparisons = 0;
+  for (const std::string& name : names) {
+    dictionary.insertKeyAndValue(new ComparisonsCounted(name), nullptr);
+  }
+  EXPECT_EQ(dictionary.entries(), names.size());
+  EXPECT_LT(ComparisonsCounted::comparisons, names.size());
+  dictionary.clearAndDestroy();
+}
 
 TEST(RWHashDictionary, HashesOncePerCall) {
   for (const int count : {1, 2, 3, 100}) {
