@@ -32,7 +32,8 @@ function(pagescan_own_target target)
     POSITION_INDEPENDENT_CODE ON
     CXX_VISIBILITY_PRESET hidden
     VISIBILITY_INLINES_HIDDEN ON)
-  target_compile_options(${target} PRIVATE -Wall -Wextra -Wconversion -Wshadow)
+  # Bytes compare as they do on x86-64, where char is signed, on every machine.
+  target_compile_options(${target} PRIVATE -fsigned-char -Wall -Wextra -Wconversion -Wshadow)
   if(PAGESCAN_WARNINGS_AS_ERRORS)
     target_compile_options(${target} PRIVATE -Werror)
   endif()
