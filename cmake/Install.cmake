@@ -1,29 +1,48 @@
-# What `cmake --install` puts where, in three components: library, development, tool.
+# What `cmake --install` puts where, in components: each library and its development files, the tool.
 
 include(CMakePackageConfigHelpers)
 
 set(cmake_package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/pagescan")
+cmake_path(RELATIVE_PATH CMAKE_INSTALL_FULL_INCLUDEDIR
+  BASE_DIRECTORY "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig" OUTPUT_VARIABLE include_from_pc)
 
-install(TARGETS pagescan pagescan_page
-  EXPORT pagescanTargets
-  LIBRARY COMPONENT library
-  NAMELINK_COMPONENT development)
-install(TARGETS pagescan_static pagescan_page_static
-  EXPORT pagescanTargets
-  ARCHIVE COMPONENT development)
+# A library, its file for pkg-config (whose paths are told relative to it, so that the tree may be
+# moved) and its CMake targets: pagescan_install_library(NAME COMPONENT-PREFIX TARGETS-FILE).
+function(pagescan_install_library name component targets)
+  string(REPLACE "-" "_" target "${name}")
+  install(TARGETS ${target}
+    EXPORT ${targets}
+    LIBRARY COMPONENT ${component}library
+    NAMELINK_COMPONENT ${component}development)
+  install(TARGETS ${target}_static
+    EXPORT ${targets}
+    ARCHIVE COMPONENT ${component}development)
+  install(EXPORT ${targets}
+    NAMESPACE pagescan::
+    DESTINATION "${cmake_package_dir}"
+    COMPONENT ${component}development)
+  configure_file(cmake/${name}.pc.in "${PROJECT_BINARY_DIR}/${name}.pc" @ONLY)
+  install(FILES "${PROJECT_BINARY_DIR}/${name}.pc"
+    DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig"
+    COMPONENT ${component}development)
+endfunction()
+
+pagescan_install_library(pagescan "" pagescanTargets)
+pagescan_install_library(pagescan-page page_ pagescanPageTargets)
+
 # One folder of headers for both libraries: <pagescan/page.h> is in include/pagescan/ here, too; the
 # classic headers are flat here, and in that folder once installed.
-install(DIRECTORY "${PROJECT_SOURCE_DIR}/include/" "${PROJECT_SOURCE_DIR}/include/pagescan/"
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/include/"
   DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/pagescan"
   COMPONENT development
   FILES_MATCHING PATTERN "*.h"
   PATTERN "include/pagescan" EXCLUDE)
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/include/pagescan/"
+  DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/pagescan"
+  COMPONENT page_development
+  FILES_MATCHING PATTERN "*.h")
 
-# find_package(pagescan CONFIG)
-install(EXPORT pagescanTargets
-  NAMESPACE pagescan::
-  DESTINATION "${cmake_package_dir}"
-  COMPONENT development)
+# find_package(pagescan CONFIG) finds the libraries whose development files are installed.
 configure_package_config_file(cmake/pagescanConfig.cmake.in
   "${PROJECT_BINARY_DIR}/pagescanConfig.cmake"
   INSTALL_DESTINATION "${cmake_package_dir}")
@@ -32,14 +51,6 @@ write_basic_package_version_file("${PROJECT_BINARY_DIR}/pagescanConfigVersion.cm
 install(FILES
   "${PROJECT_BINARY_DIR}/pagescanConfig.cmake" "${PROJECT_BINARY_DIR}/pagescanConfigVersion.cmake"
   DESTINATION "${cmake_package_dir}"
-  COMPONENT development)
-
-# pkg-config pagescan; its paths are told relative to the file, so the tree may be moved.
-cmake_path(RELATIVE_PATH CMAKE_INSTALL_FULL_INCLUDEDIR
-  BASE_DIRECTORY "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig" OUTPUT_VARIABLE include_from_pc)
-configure_file(cmake/pagescan.pc.in "${PROJECT_BINARY_DIR}/pagescan.pc" @ONLY)
-install(FILES "${PROJECT_BINARY_DIR}/pagescan.pc"
-  DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig"
   COMPONENT development)
 
 if(NOT TARGET pagescan_tool)
