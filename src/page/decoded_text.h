@@ -39,8 +39,8 @@ class DecodedText {
   // Appends `utf8`, which source[begin, end) spells as a whole; `utf8` may be empty.
   void appendSpelled(std::size_t begin, std::size_t end, std::string_view utf8);
 
-  // Appends source[begin, end) decoded from an encoding: whole characters.
-  void appendDecoded(std::size_t begin, std::size_t end, Encoding encoding);
+  // Appends source[begin, end) decoded from an encoding, the same in all calls: whole characters.
+  void appendEncoded(std::size_t begin, std::size_t end, Encoding encoding);
 
   // Valid until the object or the source changes.
   std::string_view text() const;
@@ -71,7 +71,7 @@ class DecodedText {
 
   void append(Run run, std::string_view utf8);
   const Run& runAt(std::size_t at) const;
-  std::size_t endOf(const Run& run) const;
+  std::string_view rawOf(const Run& run) const;
 
   std::string_view source_;
   Encoding encoding_ = Encoding::utf8;
@@ -88,11 +88,11 @@ enum class TextForm {
 };
 
 // Appends page[begin, end), as `form` has it, to a text that was started with `page`. A style
-// element of SVG has several such pieces.
+// element of SVG has several such pieces. A value's pieces are in order.
 // encoding  none that needs conversion (UTF-16, ISO-2022-JP): such a page is converted as a whole
 // Cost      linear
-void appendPiece(DecodedText& result, std::size_t begin, std::size_t end, TextForm form,
-                 Encoding encoding);
+void appendPiece(DecodedText& result, std::string_view page, std::size_t begin, std::size_t end,
+                 TextForm form, Encoding encoding);
 
 // The value of an attribute written as `raw`. Offsets count from the start of raw.
 void decodeAttributeValue(std::string_view raw, Encoding encoding, DecodedText& result);

@@ -20,8 +20,8 @@ enum class JsonForm {
 };
 
 struct JsonReference {
-  Span span;
-  Kind kind;  // metadata, identifier or script
+  Span span = {};
+  Kind kind = Kind::metadata;  // metadata, identifier or script
 };
 
 // Appends the strings of `json` that are URLs by its form, in the order of the text. Empty strings
