@@ -194,6 +194,14 @@ std::string_view fileUrl(std::string_view link, std::size_t schemeLength, RWCStr
   return viewOf(made);
 }
 
+// Where folding starts: after the first occurrence of the host, even if that is in the protocol;
+// hosts rely on it. 0 where the host does not occur.
+std::size_t endOfHost(std::string_view url, std::string_view host) {
+  const char* end = url.data() + url.size();
+  const char* found = findText(url.data(), end, host);
+  return found == end ? 0 : static_cast<std::size_t>(found - url.data()) + host.size();
+}
+
 RWCString resolveRelative(const urlBase& base, std::string_view link) {
   if (link.starts_with(kHere)) link.remove_prefix(kHere.size());
   const char first = link.empty() ? '\0' : link.front();
@@ -217,10 +225,8 @@ RWCString resolveRelative(const urlBase& base, std::string_view link) {
 
   url.shorten(linkStart);
   appendLink(link, url);
-  // Deliberately the host's first occurrence, be it inside the protocol.
-  const std::size_t host = url.text().find(viewOf(base.host));
   ScratchText folded;
-  foldParents(url.text(), host == kNone ? 0 : host + base.host.length(), folded);
+  foldParents(url.text(), endOfHost(url.text(), viewOf(base.host)), folded);
   return stringOf(folded.text());
 }
 

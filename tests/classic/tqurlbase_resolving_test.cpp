@@ -388,6 +388,17 @@ TEST(CalcUrl, FoldsALongBase) {
   EXPECT_EQ(bytesOf(out), "http://w1/a/x");
 }
 
+// The host nearly occurs at every byte in front of it. A search that tried each place anew would be
+// at it for more than ten minutes.
+TEST(CalcUrl, EndsOnABaseThatIsLikeItsHost) {
+  const std::string like(16'000'000, 'a');
+  const std::string text = like + "//" + like + "b/http://x/";
+  urlBase base(stringOf(text));
+  RWCString out;
+  base.calcUrl("#../x", out, true, true);
+  EXPECT_TRUE(bytesOf(out) == like + "//" + like + "b/http://x/x");
+}
+
 TEST(CalcUrlOfALink, EndsOnLargeLinks) {
   urlBase base(stringOf("http://w1/" + repeated("a/", kMany) + "f"));
   RWCString climbing = stringOf(repeated("../", kMany - 1) + "x");
