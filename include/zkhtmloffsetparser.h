@@ -34,8 +34,9 @@ class PAGESCAN_EXPORT CHTMLOffsetParser {
   virtual ~CHTMLOffsetParser();
 
   // The sink that is shown each record at once; null for none. Not owned. A sink that takes a step
-  // of ParseHTML moves the pass on; one that has the parser read another text ends it. ParseCSS
-  // goes on whatever the sink does.
+  // of ParseHTML moves the pass on. One that has the parser read another text ends it, also when
+  // that text is as long as the page or its reading failed. ParseCSS goes on whatever the sink
+  // does.
   void SetDietVirtualQueue(CZKHtmlDietVirtualQueue* queue);
   CZKHtmlDietVirtualQueue* GetDietVirtualQueue();
 
@@ -61,7 +62,10 @@ class PAGESCAN_EXPORT CHTMLOffsetParser {
   // Cost        linear in the text.
   void ParseCSS(const RWCString& css);
 
-  // Shows a finished record to the sink and takes it over; null is ignored.
+  // Shows a finished record to the sink, then takes it over; null is ignored. The sink may queue
+  // records of its own meanwhile; they come before this one.
+  // Fails       std::bad_alloc, before the sink is shown the record, and whatever leaves the sink.
+  //             The record then stays the caller's. Once the sink has returned nothing fails.
   void InsertObjectToQueue(CZKHTMLDietTransactionsObject* record);
 
   // Writes every record to standard output; one without attributes shows an empty first name.
@@ -76,15 +80,17 @@ class PAGESCAN_EXPORT CHTMLOffsetParser {
   RWCString findTagName();
 
   // Makes the record of the tag whose name, in upper case, was just read.
+  // Cost    linear in the rest of the page; only ParseHTML is so for all tags together.
   void parseHTMLElement(RWCString elementName);
 
  private:
-  class HtmlPass;
+  class PAGESCAN_INTERNAL HtmlPass;
+  class PAGESCAN_INTERNAL Showing;
   class PAGESCAN_INTERNAL Record;
 
-  RWCString html;              // the page, blanked; byte positions are the page's
-  unsigned long position;      // index into html
-  [[maybe_unused]] int spare;  // read by no operation
+  RWCString html;          // the page, blanked; byte positions are the page's
+  unsigned long position;  // index into html
+  int beingShown;          // records that the sink is shown just now, one within the other
   CZKHtmlDietVirtualQueue* dietQueue;
   urlBase base;
   RWOrdered records;

@@ -19,9 +19,9 @@ class PAGESCAN_EXPORT RWOrdered : public RWCollectable {
   // Appends, and returns the element. Amortised constant time.
   RWCollectable* insert(RWCollectable* element);
 
-  // Takes the memory for one more element now: the next insertion does not fail.
-  void makeRoom() {
-    if (entries_ == capacity_) grow();
+  // Takes the memory for so many more elements now: the next `count` insertions do not fail.
+  void makeRoom(std::size_t count = 1) {
+    while (capacity_ - entries_ < count) grow();
   }
 
   // The number of elements.

@@ -110,13 +110,15 @@ class SharedValues {
 // --- The pass over a page ---------------------------------------------------------------------
 
 // Goes through the blanked page on raw bytes. The sink may use the parser meanwhile: the pass goes
-// on from where the parser's position was left, and ends when the page is no longer the same.
+// on from where the parser's position was left, and ends when the page is no longer the same. Its
+// own copy shares the bytes of the parser's page, so that no other page can come to stand there.
 class CHTMLOffsetParser::HtmlPass {
  public:
   explicit HtmlPass(CHTMLOffsetParser& parser)
       : parser_(parser),
-        begin_(parser.html.data()),
-        end_(endOf(parser.html)),
+        page_(parser.html),
+        begin_(page_.data()),
+        end_(endOf(page_)),
         attributes_(begin_, end_) {}
 
   void run() {
@@ -151,8 +153,11 @@ class CHTMLOffsetParser::HtmlPass {
     return nextAt();
   }
 
+  // A page of a few bytes is not shared but copied, and its copies are compared.
   const char* nextAt() const {
-    const bool isSamePage = parser_.html.data() == begin_ && endOf(parser_.html) == end_;
+    const RWCString& now = parser_.html;
+    const bool isSamePage =
+        now.length() == page_.length() && (now.data() == begin_ || now == page_);
     return isSamePage ? begin_ + parser_.position : end_;
   }
 
@@ -189,6 +194,7 @@ class CHTMLOffsetParser::HtmlPass {
   }
 
   CHTMLOffsetParser& parser_;
+  const RWCString page_;
   const char* begin_;
   const char* end_;
   TagAttributeReader attributes_;
@@ -198,13 +204,25 @@ class CHTMLOffsetParser::HtmlPass {
 // --- The parser -------------------------------------------------------------------------------
 
 CHTMLOffsetParser::CHTMLOffsetParser(const char* pageUrl)
-    : position(0), spare(0), dietQueue(nullptr) {
+    : position(0), beingShown(0), dietQueue(nullptr) {
   base.setBase(RWCString(pageUrl));
 }
 
 CHTMLOffsetParser::~CHTMLOffsetParser() {
   records.clearAndDestroy();
 }
+
+// Counts a record as being shown for as long as it lives.
+class CHTMLOffsetParser::Showing {
+ public:
+  explicit Showing(CHTMLOffsetParser& parser) : parser_(parser) { ++parser_.beingShown; }
+  Showing(const Showing&) = delete;
+  Showing& operator=(const Showing&) = delete;
+  ~Showing() { --parser_.beingShown; }
+
+ private:
+  CHTMLOffsetParser& parser_;
+};
 
 void CHTMLOffsetParser::SetDietVirtualQueue(CZKHtmlDietVirtualQueue* queue) {
   dietQueue = queue;
@@ -234,9 +252,12 @@ void CHTMLOffsetParser::ParseCSS(const RWCString& css) {
   }
 }
 
+// A sink may have the parser queue more records while it is shown one, each of which is shown as
+// well. Whatever it is shown can be kept: there is room for every record that is being shown.
 void CHTMLOffsetParser::InsertObjectToQueue(CZKHTMLDietTransactionsObject* record) {
   if (!record) return;
-  records.makeRoom();  // the sink is shown no record that could not be kept
+  const Showing showing(*this);
+  records.makeRoom(static_cast<std::size_t>(beingShown));
   if (dietQueue) dietQueue->insert(record);
   records.insert(record);
 }

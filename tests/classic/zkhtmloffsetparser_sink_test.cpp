@@ -4,11 +4,14 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <memory>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
 #include "support/placement.h"
 #include "support/record_lines.h"
+#include "zkhtmldiettransactiondata.h"
 #include "zkhtmloffsetparser.h"
 
 namespace pagescan::tests {
@@ -100,6 +103,85 @@ TEST(ParseHTML, EndsWhenASinkParsesAnotherPage) {
   parser.SetDietVirtualQueue(&sink);
   parser.ParseHTML(kPage.c_str(), 0);
   EXPECT_EQ(sink.text, "IMG src=a@9->http://w1/d/a\nTD background=z@15->http://w1/d/z\n");
+}
+
+// A sink that stops a pass of its own with an exception, over a page as long as the first: the
+// parser's position is then somewhere in that page.
+struct SamePlaceCase {
+  Here here;
+  std::string_view page;
+  std::string_view other;
+  std::string_view records;
+};
+constexpr SamePlaceCase kSamePlaces[] = {
+    {HERE, "<img src=a><img src=b><td background=c>", "<xml src=x><td background=y><img src=z>",
+     "IMG src=a@9->http://w1/d/a\nXML src=x@9->http://w1/d/x\n"},
+    {HERE, "<frame><frame>", "<iframe><frame>", "FRAME src=@-1->\nIFRAME src=@-1->\n"},
+    {HERE, "<frame><frame>", "<xml src=x>...", "FRAME src=@-1->\nXML src=x@9->http://w1/d/x\n"},
+};
+
+TEST(ParseHTML, EndsWhenASinkStopsThePassOverAnotherPage) {
+  forEachRow(kSamePlaces, [](const SamePlaceCase& row) {
+    CHTMLOffsetParser parser("http://w1/d/page.html");
+    class Stopping : public RecordLines {
+     public:
+      Stopping(CHTMLOffsetParser& parser, std::string_view other)
+          : parser_(parser), other_(other) {}
+      bool insert(CZKHTMLDietTransactionsObject* record) override {
+        RecordLines::insert(record);
+        if (++shown_ == 2) throw std::runtime_error("enough");
+        if (shown_ > 2) return true;
+        EXPECT_THROW(parser_.ParseHTML(other_.c_str(), 0), std::runtime_error);
+        return true;
+      }
+
+     private:
+      CHTMLOffsetParser& parser_;
+      const std::string other_;
+      int shown_ = 0;
+    } sink(parser, row.other);
+    parser.SetDietVirtualQueue(&sink);
+    parser.ParseHTML(std::string(row.page).c_str(), 0);
+    EXPECT_EQ(sink.text, row.records);
+  });
+}
+
+TEST(ParseHTML, EndsWhenASinkParsesAnotherPageOfTheSameLength) {
+  CHTMLOffsetParser parser("http://w1/d/page.html");
+  ActingSink sink;
+  const std::string other = "<td background=z>" + std::string(kPage.size() - 17, '.');
+  sink.action = [&] { parser.ParseHTML(other.c_str(), 0); };
+  parser.SetDietVirtualQueue(&sink);
+  parser.ParseHTML(kPage.c_str(), 0);
+  EXPECT_EQ(sink.text, "IMG src=a@9->http://w1/d/a\nTD background=z@15->http://w1/d/z\n");
+}
+
+TEST(InsertObjectToQueue, LeavesTheRecordToItsCallerWhenTheSinkFails) {
+  class Failing : public CZKHtmlDietVirtualQueue {
+   public:
+    bool insert(CZKHTMLDietTransactionsObject*) override { throw std::runtime_error("no"); }
+  } sink;
+  CZKHTMLDietTransactionsObject record;  // were it the parser's, it would be deleted
+  CHTMLOffsetParser parser("http://w1/");
+  parser.SetDietVirtualQueue(&sink);
+  EXPECT_THROW(parser.InsertObjectToQueue(&record), std::runtime_error);
+}
+
+TEST(InsertObjectToQueue, PutsARecordOfTheSinkBeforeTheOneThatItIsShown) {
+  CHTMLOffsetParser parser("http://w1/d/page.html");
+  ActingSink sink;
+  sink.action = [&] {
+    auto own = std::make_unique<CZKHTMLDietTransactionsObject>();
+    own->SetTagName("OWN");
+    parser.InsertObjectToQueue(own.release());
+  };
+  parser.SetDietVirtualQueue(&sink);
+  parser.ParseHTML("<img src=a>", 0);
+  EXPECT_EQ(sink.text, "IMG src=a@9->http://w1/d/a\nOWN\n");
+  testing::internal::CaptureStdout();
+  parser.PrintAll();
+  const std::string dump = testing::internal::GetCapturedStdout();
+  EXPECT_LT(dump.find("TagName: OWN"), dump.find("TagName: IMG"));
 }
 
 TEST(ParseCSS, GoesOnWhenASinkParsesAnotherText) {

@@ -533,11 +533,38 @@ TEST(AllocationFailure, Parsing) {
   });
 }
 
-// Runs `pass` on one parser with each of its allocations failing in turn, and then to its end.
-void failEachPassOf(void (*pass)(CHTMLOffsetParser& parser)) {
-  CHTMLOffsetParser parser(kPageUrl);
+// A sink that has the parser take more while it is shown a record, and bears with what fails.
+class BusySink : public Sink {
+ public:
+  using Action = void (*)(CHTMLOffsetParser& parser);
+
+  BusySink(CHTMLOffsetParser& parser, Action action) : parser_(parser), action_(action) {}
+  bool insert(CZKHTMLDietTransactionsObject* record) override {
+    Sink::insert(record);
+    if (depth_ == kDeepest || !action_) return true;
+    ++depth_;
+    try {
+      action_(parser_);
+    } catch (const std::bad_alloc&) {
+    }
+    --depth_;
+    return true;
+  }
+
+ private:
+  static constexpr int kDeepest = 3;
+
+  CHTMLOffsetParser& parser_;
+  Action action_;
+  int depth_ = 0;
+};
+
+// Runs `pass` on one parser with each of its allocations failing in turn, and then to its end. All
+// that the sink was shown must be there afterwards.
+void failEachPassOf(void (*pass)(CHTMLOffsetParser& parser), BusySink::Action action) {
   for (std::size_t succeeding = 0;; ++succeeding) {
-    Sink sink;
+    CHTMLOffsetParser parser(kPageUrl);
+    BusySink sink(parser, action);
     parser.SetDietVirtualQueue(&sink);
     FailingAllocation failing(succeeding);
     try {
@@ -550,11 +577,30 @@ void failEachPassOf(void (*pass)(CHTMLOffsetParser& parser)) {
   }
 }
 
-TEST(AllocationFailure, LeavesTheParserAndItsRecordsValid) {
+void parsePage(CHTMLOffsetParser& parser) {
   static const std::string text = page();
-  failEachPassOf([](CHTMLOffsetParser& parser) { parser.ParseHTML(text.c_str(), 0); });
-  failEachPassOf([](CHTMLOffsetParser& parser) {
-    parser.ParseCSS("a { b: url(1) } a { b: url(2) } a { b: url(3) }");
+  parser.ParseHTML(text.c_str(), 0);
+}
+
+void parseStyles(CHTMLOffsetParser& parser) {
+  parser.ParseCSS("a { b: url(1) } a { b: url(2) } a { b: url(3) }");
+}
+
+void queueRecord(CHTMLOffsetParser& parser) {
+  auto record = std::make_unique<CZKHTMLDietTransactionsObject>();
+  insertAttribute(*record, "src");
+  parser.InsertObjectToQueue(record.get());
+  record.release();
+}
+
+TEST(AllocationFailure, LeavesTheParserAndItsRecordsValid) {
+  for (const BusySink::Action action : {BusySink::Action{}, parseStyles, queueRecord}) {
+    failEachPassOf(parsePage, action);
+    failEachPassOf(parseStyles, action);
+    failEachPassOf(queueRecord, action);
+  }
+  failEachPassOf(parseStyles, [](CHTMLOffsetParser& parser) {
+    parser.ParseHTML("<img src=a><frame><iframe src=b>", 0);
   });
 }
 
