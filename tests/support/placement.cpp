@@ -70,7 +70,7 @@ class Placement::Block {
 Placement::Placement(Kind kind) : kind_(kind) {}
 
 Placement::~Placement() {
-  for (RWCString* const string : strings_) string->~RWCString();
+  for (const auto& [string, destroy] : strings_) destroy(string);
 }
 
 const char* Placement::name() const {
@@ -100,14 +100,6 @@ const char* Placement::cString(std::string_view text) {
   if (!text.empty()) std::memcpy(place, text.data(), text.size());
   place[text.size()] = '\0';
   return place;
-}
-
-RWCString& Placement::string(std::string_view text) {
-  static_assert(sizeof(RWCString) % alignof(RWCString) == 0);
-  const std::string_view source = bytes(text);
-  char* const place = reserve(sizeof(RWCString));
-  strings_.push_back(new (place) RWCString(source.data(), source.size()));
-  return *strings_.back();
 }
 
 }  // namespace pagescan::tests

@@ -10,8 +10,10 @@
 
 #include <cstddef>
 #include <memory>
+#include <new>
 #include <string_view>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "rw/rwcstring.h"
@@ -51,7 +53,14 @@ class Placement {
   // A string object that stands flush itself: of a text of up to 15 bytes, which stands in the
   // object, the place behind the closing NUL of the longest one is unreadable. Longer ones are
   // built from pointer and length, so that their heap block is exact.
-  RWCString& string(std::string_view text);
+  // Inline, so that the tests of a library without string objects need none.
+  RWCString& string(std::string_view text) {
+    static_assert(sizeof(RWCString) % alignof(RWCString) == 0);
+    const std::string_view source = bytes(text);
+    auto* const made = new (reserve(sizeof(RWCString))) RWCString(source.data(), source.size());
+    strings_.push_back({made, [](RWCString* string) { string->~RWCString(); }});
+    return *made;
+  }
 
   // The same for an argument that is only read.
   const RWCString& constString(std::string_view text) { return string(text); }
@@ -63,7 +72,7 @@ class Placement {
 
   Kind kind_;
   std::vector<std::unique_ptr<Block>> blocks_;
-  std::vector<RWCString*> strings_;
+  std::vector<std::pair<RWCString*, void (*)(RWCString*)>> strings_;  // and how each dies
 };
 
 // Calls check(row, placement), or check(row) where it takes no placement, for every row in every
