@@ -1,0 +1,91 @@
+// The list of active formatting elements (HTML Standard, 13.2.4.3).
+//
+// A doubly linked list of nodes with stable numbers. Nodes of one name are linked once more, so
+// that "the last element of this name after the last marker" costs nothing. The three-of-a-kind
+// rule ("Noah's Ark") compares attributes only where three elements of a name stand after the
+// marker; then each gets the number of its kind, once. Costs are amortised constant, but for kinds:
+// there, the logarithm of their count times the length of the tag.
+#ifndef PAGESCAN_PAGE_FORMATTING_LIST_H
+#define PAGESCAN_PAGE_FORMATTING_LIST_H
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "page/open_elements.h"
+#include "page/tag_scanner.h"
+
+namespace pagescan::internal {
+
+struct FormattingNode {
+  std::uint32_t begin;    // of its start tag
+  NameNumber name;        // kUnknownName for a marker
+  std::uint32_t slot;     // in the stack of open elements, or kNone
+  std::uint32_t segment;  // markers before it
+  std::uint64_t order;    // grows along the list
+  std::uint32_t earlier, later;
+  std::uint32_t earlierNamesake, laterNamesake;
+  std::uint32_t kind;  // kNone: not asked for yet
+  std::uint32_t earlierOfKind, laterOfKind;
+  std::uint8_t note;
+};
+
+class FormattingList {
+ public:
+  // page  the bytes that FormattingNode::begin counts in; must outlive the list
+  // open  knows of each open element its node here
+  FormattingList(std::string_view page, OpenElements& open) : page_(page), open_(open) {}
+
+  std::uint32_t last() const { return last_; }
+  FormattingNode& at(std::uint32_t node) { return nodes_[node]; }
+  bool isMarker(std::uint32_t node) const { return nodes_[node].name == kUnknownName; }
+
+  // Whether "reconstruct the active formatting elements" would open anything.
+  bool needsReconstruction() const {
+    return last_ != kNone && nodes_[last_].slot == kNone && nodes_[last_].name != kUnknownName;
+  }
+
+  // Appends an element, after taking out the earliest of three of its kind. Returns its node.
+  std::uint32_t push(NameNumber name, std::uint32_t begin, std::uint32_t slot, std::uint8_t note);
+  void pushMarker();
+  void clearToMarker();
+  void remove(std::uint32_t node);
+
+  // The last element of this name after the last marker, or kNone.
+  std::uint32_t lastNamed(NameNumber name) const {
+    const std::uint32_t node = newest_[name];
+    return node != kNone && nodes_[node].segment == segment_ ? node : kNone;
+  }
+
+  // Moves a node to just after another one.
+  void moveAfter(std::uint32_t node, std::uint32_t other);
+
+ private:
+  std::uint32_t make(NameNumber name);
+  void link(std::uint32_t node, std::uint32_t earlier);
+  void unlink(std::uint32_t node);
+  void setOrder(std::uint32_t node);
+  void linkNamesake(std::uint32_t node, std::uint32_t earlier);
+  void unlinkNamesake(std::uint32_t node);
+  void limitKind(NameNumber name, std::uint32_t node);
+  void findKinds(std::uint32_t newest, std::uint32_t node);
+  void findKind(std::uint32_t node);
+  void linkKind(std::uint32_t node, std::uint32_t earlier);
+  void unlinkKind(std::uint32_t node);
+
+  std::string_view page_;
+  OpenElements& open_;
+  std::vector<FormattingNode> nodes_;
+  std::vector<std::uint32_t> free_;
+  std::uint32_t last_ = kNone;
+  std::uint32_t segment_ = 0;
+  std::vector<std::uint32_t> newest_ = std::vector<std::uint32_t>(kElementCount, kNone);  // by name
+  std::map<std::string, std::uint32_t, std::less<>> kinds_;
+  std::vector<std::uint32_t> newestOfKind_;
+};
+
+}  // namespace pagescan::internal
+
+#endif

@@ -1,0 +1,100 @@
+#include "page/open_elements.h"
+
+namespace pagescan::internal {
+
+OpenElements::OpenElements(std::size_t nameCount)
+    : newestHtml_(nameCount, kNone), newestForeign_(nameCount, kNone) {
+  entries_.reserve(64);
+}
+
+void OpenElements::reserveNames(std::size_t count) {
+  if (count <= newestHtml_.size()) return;
+  newestHtml_.resize(count, kNone);
+  newestForeign_.resize(count, kNone);
+}
+
+// A removed slot answers for those who point at it with the answer of the element below.
+void OpenElements::remove(std::uint32_t slot) {
+  if (slot == top_) return pop();
+  OpenElement& entry = entries_[slot];
+  unlinkNamesake(entry);
+  if (entry.has(kPopHook)) noteClosed(slot);
+  const OpenElement& below = entries_[entry.below];
+  entries_[entry.below].above = entry.above;
+  entries_[entry.above].below = entry.below;
+  entry.special = below.special;
+  entry.itemLimit = below.itemLimit;
+  entry.html = below.html;
+}
+
+void OpenElements::noteClosed(std::uint32_t slot) {
+  if (form == slot) form = kFormClosed;
+  const OpenElement& entry = entries_[slot];
+  if (entry.has(kStyleText)) closedStyles_.push_back(entry.begin);
+}
+
+// Moves an element down to a free slot. `special` and `itemLimit` are the nearest ones below it.
+void OpenElements::relocate(std::uint32_t from, std::uint32_t to, std::uint32_t special,
+                            std::uint32_t itemLimit) {
+  OpenElement& entry = entries_[to] = entries_[from];
+  entry.special = entry.has(kSpecial) ? to : special;
+  entry.itemLimit = entry.has(kItemLimit) ? to : itemLimit;
+  entry.html = to;
+  if (from == to) return;
+  if (entry.newerNamesake == kNone) {
+    newestOf(entry.space, entry.name) = to;
+  } else {
+    entries_[entry.newerNamesake].olderNamesake = to;
+  }
+  if (entry.olderNamesake != kNone) entries_[entry.olderNamesake].newerNamesake = to;
+  if (form == from) form = to;
+}
+
+std::uint32_t OpenElements::lift(std::uint32_t formatting, std::uint32_t block,
+                                 const std::uint32_t* kept, std::size_t keptCount,
+                                 std::uint32_t* newSlots) {
+  OpenElement lifted = entries_[formatting];
+  const std::uint32_t below = lifted.below;
+  const std::uint32_t above = entries_[block].above;
+  const std::uint32_t special = nearest(&OpenElement::special, formatting);
+  const std::uint32_t itemLimit = nearest(&OpenElement::itemLimit, formatting);
+  unlinkNamesake(lifted);
+  std::uint32_t newer = lifted.newerNamesake;
+  while (newer != kNone && newer <= block) newer = entries_[newer].newerNamesake;
+
+  std::uint32_t lower = below;
+  const auto place = [&](std::uint32_t from, std::uint32_t to) {
+    relocate(from, to, special, itemLimit);
+    entries_[to].below = lower;
+    entries_[lower].above = to;
+    lower = to;
+  };
+  const auto firstSlot = static_cast<std::uint32_t>(block - 1 - keptCount);
+  for (std::size_t i = 0; i < keptCount; ++i) {
+    newSlots[i] = static_cast<std::uint32_t>(firstSlot + i);
+    place(kept[i], newSlots[i]);
+  }
+  place(block, block - 1);
+
+  lifted.special = entries_[block - 1].special;
+  lifted.itemLimit = entries_[block - 1].itemLimit;
+  lifted.html = block;
+  lifted.below = block - 1;
+  lifted.above = above;
+  lifted.newerNamesake = newer;
+  std::uint32_t& upper =
+      newer == kNone ? newestOf(lifted.space, lifted.name) : entries_[newer].olderNamesake;
+  lifted.olderNamesake = upper;
+  upper = block;
+  if (lifted.olderNamesake != kNone) entries_[lifted.olderNamesake].newerNamesake = block;
+  entries_[block] = lifted;
+  entries_[block - 1].above = block;
+  if (above == kNone) {
+    top_ = block;
+  } else {
+    entries_[above].below = block;
+  }
+  return block - 1;
+}
+
+}  // namespace pagescan::internal

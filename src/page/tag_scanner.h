@@ -1,0 +1,191 @@
+// The attributes of one tag, as the HTML Standard's tokenizer finds them (13.2.5.32 to 13.2.5.40).
+#ifndef PAGESCAN_PAGE_TAG_SCANNER_H
+#define PAGESCAN_PAGE_TAG_SCANNER_H
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/byte_class.h"
+#include "page/names.h"
+
+namespace pagescan::internal {
+
+// One attribute: offsets into the page. The value is without quotes. Without a "=", the value is
+// the empty span right after the name; with nothing after the "=", the one right after that.
+struct TagAttribute {
+  NameId name;
+  std::uint32_t nameBegin, nameEnd;
+  std::uint32_t valueBegin, valueEnd;
+};
+
+// The white space of the tokenizer.
+inline constexpr ByteClass kTagWhiteSpace = ByteClass::of("\t\n\f\r ");
+inline constexpr ByteClass kTagNameEnd = kTagWhiteSpace | ByteClass::of("/>");
+inline constexpr ByteClass kAttributeNameEnd = kTagNameEnd | ByteClass::of("=");
+inline constexpr ByteClass kBareValueEnd = kTagWhiteSpace | ByteClass::of(">");
+
+struct TagEnd {
+  const char* end = nullptr;  // after the ">"; null when the page ends inside the tag
+  bool selfClosing = false;
+};
+
+inline const char* skipTo(const char* at, const char* end, const ByteClass& stop) {
+  while (at != end && !stop.contains(*at)) ++at;
+  return at;
+}
+inline const char* skipTagWhiteSpace(const char* at, const char* end) {
+  while (at != end && kTagWhiteSpace.contains(*at)) ++at;
+  return at;
+}
+
+// The value that starts after a "=": its span, and where the tag goes on. Null `next` when the page
+// ends first.
+struct AttributeValue {
+  const char* begin;
+  const char* end;
+  const char* next;
+};
+
+inline AttributeValue readValue(const char* afterEquals, const char* end) {
+  const char* at = skipTagWhiteSpace(afterEquals, end);
+  if (at == end) return {at, at, nullptr};
+  if (*at == '"' || *at == '\'') {
+    const auto room = static_cast<std::size_t>(end - at - 1);
+    const auto* quote = static_cast<const char*>(std::memchr(at + 1, *at, room));
+    return {at + 1, quote, quote == nullptr ? nullptr : quote + 1};
+  }
+  if (*at == '>') return {afterEquals, afterEquals, at};
+  const char* valueEnd = skipTo(at, end, kBareValueEnd);
+  return {at, valueEnd, valueEnd == end ? nullptr : valueEnd};
+}
+
+// Reads on after a tag's name, to its end. Calls add(name, nameEnd, value, valueEnd) for each
+// attribute, in their order, duplicates included.
+template <class Add>
+TagEnd scanAttributes(const char* at, const char* end, Add&& add) {
+  while (at != end) {
+    if (kTagWhiteSpace.contains(*at)) {
+      ++at;
+    } else if (*at == '>') {
+      return {at + 1, false};
+    } else if (*at == '/') {
+      if (at + 1 != end && at[1] == '>') return {at + 2, true};
+      ++at;
+    } else {
+      const char* name = at;
+      const char* nameEnd = skipTo(at + 1, end, kAttributeNameEnd);  // a "=" may come first
+      at = skipTagWhiteSpace(nameEnd, end);
+      if (at == end) return {};
+      if (*at != '=') {
+        add(name, nameEnd, nameEnd, nameEnd);
+        continue;
+      }
+      const AttributeValue value = readValue(at + 1, end);
+      if (value.next == nullptr) return {};
+      add(name, nameEnd, value.begin, value.end);
+      at = value.next;
+    }
+  }
+  return {};
+}
+
+// After the end of the tag, without a look at its attributes.
+inline TagEnd skipAttributes(const char* at, const char* end) {
+  return scanAttributes(at, end, [](const char*, const char*, const char*, const char*) {});
+}
+
+// The known attributes of one tag after another; of duplicates, the first. Room for all of them is
+// made once, so that a tag costs no allocation, whatever it holds.
+class KnownAttributes {
+ public:
+  // page    the bytes that offsets count in; must outlive this
+  // extras  names besides the built-in ones, or null; must outlive this
+  KnownAttributes(std::string_view page, const ExtraNames* extras);
+
+  void clear() {
+    count_ = 0;
+    ++tag_;
+  }
+
+  void add(const char* name, const char* nameEnd, const char* value, const char* valueEnd) {
+    const NameId known = find(name, nameEnd);
+    if (known == kUnknownName || lastTag_[known] == tag_) return;
+    lastTag_[known] = tag_;
+    list_[count_++] = {known, offset(name), offset(nameEnd), offset(value), offset(valueEnd)};
+  }
+
+  const TagAttribute* data() const { return list_.data(); }
+  std::uint32_t size() const { return count_; }
+
+ private:
+  NameId find(const char* name, const char* nameEnd) const {
+    const auto length = static_cast<std::size_t>(nameEnd - name);
+    const NameId known = findAttribute(name, length, page_.data() + page_.size());
+    if (known != kUnknownName || extras_ == nullptr) return known;
+    return extras_->find({name, length});
+  }
+  std::uint32_t offset(const char* at) const {
+    return static_cast<std::uint32_t>(at - page_.data());
+  }
+
+  std::string_view page_;
+  const ExtraNames* extras_;
+  std::vector<TagAttribute> list_;
+  std::vector<std::uint64_t> lastTag_;  // by name: the tag that had it last
+  std::uint64_t tag_ = 1;
+  std::uint32_t count_ = 0;
+};
+
+// All attributes of one tag after another, known or not; of duplicates, the first. For tests: its
+// cost is quadratic in the attributes of a tag.
+class AllAttributes {
+ public:
+  AllAttributes(std::string_view page, const ExtraNames*) : page_(page) {}
+
+  void clear() { list_.clear(); }
+  void add(const char* name, const char* nameEnd, const char* value, const char* valueEnd);
+  const TagAttribute* data() const { return list_.data(); }
+  std::uint32_t size() const { return static_cast<std::uint32_t>(list_.size()); }
+
+ private:
+  std::string_view page_;
+  std::vector<TagAttribute> list_;
+};
+
+// The names of the attributes that one element has.
+class AttributeNames {
+ public:
+  void clear() {
+    known_.clear();
+    unknown_.clear();
+  }
+  // Notes the name of an attribute; false for one that the element has already.
+  bool insert(std::string_view page, const TagAttribute& attribute);
+
+ private:
+  std::vector<bool> known_;           // by number
+  std::vector<std::string> unknown_;  // only of AllAttributes
+};
+
+// A name as the tokenizer has it: ASCII letters in lower case, NUL as U+FFFD in UTF-8.
+std::string tokenizedName(std::string_view name);
+
+// What makes two tags elements of one kind: equal for tags of equal names whose attributes have the
+// same names and decoded values, in any order.
+// tag  from the "<" of a whole start tag to any place after its end
+// Cost linear in the tag, but for sorting the attributes.
+std::string tagKind(std::string_view tag);
+
+// An attribute's value, its character references decoded.
+std::string decodedAttribute(std::string_view value);
+
+// Whether a value, decoded, is this word, with ASCII case ignored.
+// value  as written between its quotes; word  in lower case
+bool valueIs(std::string_view value, std::string_view word);
+
+}  // namespace pagescan::internal
+
+#endif

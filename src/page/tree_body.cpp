@@ -1,0 +1,288 @@
+// Start tags in the body (HTML Standard, 13.2.6.4.7).
+#include "page/body_rules.h"
+#include "page/tree_builder.h"
+
+namespace pagescan::internal {
+
+namespace {
+
+constexpr std::initializer_list<Element> kHeadings = {Element::h1, Element::h2, Element::h3,
+                                                      Element::h4, Element::h5, Element::h6};
+
+bool isOneOf(const OpenElement& entry, std::initializer_list<Element> elements) {
+  for (const Element element : elements) {
+    if (entry.is(element)) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+// The rules that most tags fall under; the others are startRareInBody's.
+TreeBuilder::Step TreeBuilder::startInBody(const TagToken& tag) {
+  const StartRule rule = tag.name < kElementCount ? kStartRules[tag.name] : StartRule::ordinary;
+  switch (rule) {
+    case StartRule::ordinary:
+      reconstruct();
+      insert(tag);
+      return Step::done;
+    case StartRule::formatting:
+      startFormatting(tag);
+      return Step::done;
+    case StartRule::block:
+      closePInButtonScope();
+      insert(tag);
+      return Step::done;
+    case StartRule::listItem:
+      startListItem(tag);
+      return Step::done;
+    case StartRule::void_:
+      reconstruct();
+      insertVoid(tag);
+      framesetOk_ = false;
+      return Step::done;
+    case StartRule::a:
+      startA(tag);
+      return Step::done;
+    case StartRule::head:
+      startHeadContent(tag);
+      return Step::done;
+    case StartRule::svg:
+    case StartRule::math:
+      reconstruct();
+      insertForeign(tag, rule == StartRule::svg ? Namespace::svg : Namespace::mathml);
+      return Step::done;
+    case StartRule::dropped:
+      return Step::done;
+    default:
+      return startRareInBody(tag, rule);
+  }
+}
+
+TreeBuilder::Step TreeBuilder::startRareInBody(const TagToken& tag, StartRule rule) {
+  switch (rule) {
+    case StartRule::html:
+      if (!open_.isOpen(Element::template_)) merge(0);
+      break;
+    case StartRule::body:
+      startBody();
+      break;
+    case StartRule::frameset:
+      startFrameset(tag);
+      break;
+    case StartRule::heading:
+      closePInButtonScope();
+      if (isOneOf(open_.current(), kHeadings)) pop();
+      insert(tag);
+      break;
+    case StartRule::pre:
+      closePInButtonScope();
+      insert(tag);
+      skipsNewline_ = true;
+      framesetOk_ = false;
+      break;
+    case StartRule::nobr:
+      startNobr(tag);
+      break;
+    case StartRule::marker:
+      reconstruct();
+      insert(tag);
+      formatting_.pushMarker();
+      framesetOk_ = false;
+      break;
+    case StartRule::table:
+      if (quirks_ != QuirksMode::full) closePInButtonScope();
+      insert(tag);
+      framesetOk_ = false;
+      mode_ = Mode::inTable;
+      break;
+    case StartRule::voidPlain:
+      insertVoid(tag);
+      break;
+    case StartRule::image:
+      reconstruct();
+      reportElement(Namespace::html, id(Element::img));
+      framesetOk_ = false;
+      break;
+    case StartRule::rubyBase:
+    case StartRule::rubyText:
+      if (open_.inScope(Element::ruby)) {
+        generateImpliedEnds(rule == StartRule::rubyText ? id(Element::rtc) : kUnknownName);
+      }
+      insert(tag);
+      break;
+    default:
+      startControl(tag, rule);
+      break;
+  }
+  return Step::done;
+}
+
+// Forms, what stands in them, and elements with text of another kind.
+void TreeBuilder::startControl(const TagToken& tag, StartRule rule) {
+  switch (rule) {
+    case StartRule::form:
+      startForm(tag);
+      break;
+    case StartRule::button:
+      if (open_.inScope(Element::button)) {
+        generateImpliedEnds();
+        popUntil(Element::button);
+      }
+      reconstruct();
+      insert(tag);
+      framesetOk_ = false;
+      break;
+    case StartRule::input:
+      startInput(tag);
+      break;
+    case StartRule::select:
+      startSelect(tag);
+      break;
+    case StartRule::option:
+      startOption(tag);
+      break;
+    case StartRule::hr:
+      closePInButtonScope();
+      if (open_.inScope(Element::select)) generateImpliedEnds();
+      insertVoid(tag);
+      framesetOk_ = false;
+      break;
+    case StartRule::textarea:
+      insertRaw(tag, ContentState::rcdata);
+      framesetOk_ = false;
+      break;
+    case StartRule::xmp:
+      closePInButtonScope();
+      reconstruct();
+      insertRaw(tag, ContentState::rawtext);
+      framesetOk_ = false;
+      break;
+    case StartRule::iframe:
+      insertRaw(tag, ContentState::rawtext);
+      framesetOk_ = false;
+      break;
+    case StartRule::noembed:
+      insertRaw(tag, ContentState::rawtext);
+      break;
+    case StartRule::noscript:
+      if (options_.scripting) {
+        insertRaw(tag, ContentState::rawtext);
+      } else {
+        reconstruct();
+        insert(tag);
+      }
+      break;
+    case StartRule::plaintext:
+      closePInButtonScope();
+      insert(tag);
+      verdict_.content = ContentState::plaintext;
+      break;
+    default:
+      break;
+  }
+}
+
+void TreeBuilder::startListItem(const TagToken& tag) {
+  framesetOk_ = false;
+  const std::uint32_t limit = open_.nearestItemLimit();
+  const OpenElement& entry = open_.at(limit);
+  const bool isOwn = tag.name == id(Element::li) ? entry.is(Element::li)
+                                                 : entry.is(Element::dd) || entry.is(Element::dt);
+  if (isOwn) {
+    generateImpliedEnds(entry.name);
+    popTo(limit);
+  }
+  closePInButtonScope();
+  insert(tag);
+}
+
+void TreeBuilder::startFormatting(const TagToken& tag) {
+  reconstruct();
+  const std::uint32_t slot = insert(tag);
+  formatting_.push(tag.name, tag.begin, slot, 0);
+}
+
+void TreeBuilder::startA(const TagToken& tag) {
+  if (const std::uint32_t node = formatting_.lastNamed(tag.name); node != kNone) {
+    // Where it could not be adopted, it may still be there.
+    if (!adopt(tag.name) && formatting_.lastNamed(tag.name) == node) {
+      const std::uint32_t slot = formatting_.at(node).slot;
+      formatting_.remove(node);
+      if (slot != kNone) open_.remove(slot);
+    }
+  }
+  startFormatting(tag);
+}
+
+void TreeBuilder::startNobr(const TagToken& tag) {
+  reconstruct();
+  if (open_.inScope(Element::nobr)) {
+    adopt(tag.name);
+    reconstruct();
+  }
+  startFormatting(tag);
+}
+
+void TreeBuilder::startForm(const TagToken& tag) {
+  const bool inTemplate = open_.isOpen(Element::template_);
+  if (open_.form != kNone && !inTemplate) return;
+  closePInButtonScope();
+  const std::uint32_t slot = insert(tag);
+  if (!inTemplate) open_.form = slot;
+}
+
+bool TreeBuilder::contextIsSelect() const {
+  return options_.context.isFragment && options_.context.space == Namespace::html &&
+         options_.context.name == id(Element::select);
+}
+
+void TreeBuilder::startInput(const TagToken& tag) {
+  if (contextIsSelect()) return;
+  if (open_.inScope(Element::select)) popUntil(Element::select);
+  reconstruct();
+  insertVoid(tag);
+  if (!isHiddenInput(tag)) framesetOk_ = false;
+}
+
+void TreeBuilder::startSelect(const TagToken& tag) {
+  if (contextIsSelect()) return;
+  if (open_.inScope(Element::select)) return popUntil(Element::select);
+  reconstruct();
+  insert(tag);
+  framesetOk_ = false;
+}
+
+void TreeBuilder::startOption(const TagToken& tag) {
+  if (open_.inScope(Element::select)) {
+    generateImpliedEnds(tag.name == id(Element::option) ? id(Element::optgroup) : kUnknownName);
+  } else if (open_.current().is(Element::option)) {
+    pop();
+  }
+  reconstruct();
+  insert(tag);
+}
+
+// The body is the second element, if there is one.
+bool TreeBuilder::hasBody() const {
+  const std::uint32_t second = open_.at(0).above;
+  return second != kNone && open_.at(second).is(Element::body);
+}
+
+void TreeBuilder::startBody() {
+  if (!hasBody() || open_.isOpen(Element::template_)) return;
+  framesetOk_ = false;
+  merge(open_.at(0).above);
+}
+
+void TreeBuilder::startFrameset(const TagToken& tag) {
+  if (!hasBody() || !framesetOk_) return;
+  const std::uint32_t body = open_.at(0).above;
+  const std::uint32_t bodyBegin = open_.at(body).begin;
+  popTo(body);
+  insert(tag);
+  verdict_.leaving = bodyBegin;
+  mode_ = Mode::inFrameset;
+}
+
+}  // namespace pagescan::internal
