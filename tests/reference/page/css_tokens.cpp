@@ -1,0 +1,294 @@
+#include "reference/page/css_tokens.h"
+
+#include <algorithm>
+
+namespace reference::page {
+
+namespace {
+
+constexpr char32_t kEnd = 0xFFFFFFFF;
+
+bool isNewline(char32_t c) {
+  return c == '\n';
+}
+
+bool isCssSpace(char32_t c) {
+  return c == '\n' || c == '\t' || c == ' ';
+}
+
+bool isNameStart(char32_t c) {
+  return c != kEnd && (isAsciiAlpha(c) || c == '_' || c >= 0x80);
+}
+
+bool isNameCharacter(char32_t c) {
+  return isNameStart(c) || isAsciiDigit(c) || c == '-';
+}
+
+bool isNonPrintable(char32_t c) {
+  return c <= 8 || c == 0xB || (c >= 0xE && c <= 0x1F) || c == 0x7F;
+}
+
+// 3.3 "Preprocessing the input stream".
+Text preprocessed(const Text& input) {
+  Text text;
+  for (std::size_t i = 0; i < input.size(); ++i) {
+    Char c = input[i];
+    if (c.code == '\r' || c.code == '\f') {
+      if (c.code == '\r' && i + 1 < input.size() && input[i + 1].code == '\n') {
+        c.end = input[++i].end;
+      }
+      c.code = '\n';
+    } else if (c.code == 0 || (c.code >= 0xD800 && c.code <= 0xDFFF)) {
+      c.code = kReplacement;
+    }
+    text.push_back(c);
+  }
+  return text;
+}
+
+class CssTokenizer {
+ public:
+  explicit CssTokenizer(const Text& input) : input_(preprocessed(input)) {}
+
+  std::vector<CssToken> run() {
+    std::vector<CssToken> tokens;
+    while (at_ < input_.size()) tokens.push_back(token());
+    return tokens;
+  }
+
+ private:
+  char32_t peek(std::size_t ahead = 0) const {
+    return at_ + ahead < input_.size() ? input_[at_ + ahead].code : kEnd;
+  }
+  bool nextAre(std::string_view letters) const {
+    for (std::size_t i = 0; i < letters.size(); ++i) {
+      if (peek(i) != static_cast<unsigned char>(letters[i])) return false;
+    }
+    return true;
+  }
+  // 4.3.8 "Check if two code points are a valid escape".
+  bool isEscape(std::size_t ahead) const {
+    return peek(ahead) == '\\' && !isNewline(peek(ahead + 1));
+  }
+  // 4.3.9 "Check if three code points would start an ident sequence".
+  bool isIdentStart(std::size_t ahead) const {
+    const char32_t c = peek(ahead);
+    if (c == '-') {
+      return isNameStart(peek(ahead + 1)) || peek(ahead + 1) == '-' || isEscape(ahead + 1);
+    }
+    return isNameStart(c) || isEscape(ahead);
+  }
+  // 4.3.10 "Check if three code points would start a number".
+  bool isNumberStart() const {
+    const std::size_t sign = peek() == '+' || peek() == '-' ? 1 : 0;
+    if (isAsciiDigit(peek(sign))) return true;
+    return peek(sign) == '.' && isAsciiDigit(peek(sign + 1));
+  }
+
+  CssToken of(CssToken::Kind kind) {
+    CssToken made;
+    made.kind = kind;
+    return made;
+  }
+
+  // The characters [first, last), or nothing before `first`.
+  void setSpan(CssToken& token, std::size_t first, std::size_t last) {
+    token.begin = first < last ? input_[first].begin : input_[first - 1].end;
+    token.end = first < last ? input_[last - 1].end : token.begin;
+  }
+
+  CssToken token() {
+    if (nextAre("/*")) return comment();
+    const char32_t c = peek();
+    if (isCssSpace(c)) {
+      while (isCssSpace(peek())) ++at_;
+      return of(CssToken::Kind::whitespace);
+    }
+    if (c == '"' || c == '\'') return string();
+    if (c == '#' && (isNameCharacter(peek(1)) || isEscape(1))) {
+      ++at_;
+      name();
+      return of(CssToken::Kind::other);
+    }
+    if (isNumberStart()) return number();
+    if (nextAre("-->")) {
+      at_ += 3;
+      return of(CssToken::Kind::cdc);
+    }
+    if (nextAre("<!--")) {
+      at_ += 4;
+      return of(CssToken::Kind::cdo);
+    }
+    if (c == '@' && isIdentStart(1)) {
+      ++at_;
+      CssToken made = of(CssToken::Kind::atKeyword);
+      made.name = name();
+      return made;
+    }
+    if (isIdentStart(0)) return identLike();
+    CssToken made = of(CssToken::Kind::delimiter);
+    made.code = c;
+    ++at_;
+    return made;
+  }
+
+  CssToken comment() {
+    at_ += 2;
+    while (at_ < input_.size() && !nextAre("*/")) ++at_;
+    at_ = std::min(at_ + 2, input_.size());
+    return of(CssToken::Kind::comment);
+  }
+
+  // 4.3.7 "Consume an escaped code point", from its backslash on.
+  Char escaped() {
+    Char c = {0, input_[at_].begin, input_[at_].end};
+    ++at_;
+    if (at_ >= input_.size()) {
+      c.code = kReplacement;
+      return c;
+    }
+    if (!isAsciiHexDigit(peek())) {
+      c.code = peek();
+      c.end = input_[at_++].end;
+      return c;
+    }
+    for (int digits = 0; digits < 6 && isAsciiHexDigit(peek()); ++digits) {
+      c.code = c.code * 16 + hexValue(peek());
+      c.end = input_[at_++].end;
+    }
+    if (isCssSpace(peek())) c.end = input_[at_++].end;
+    const bool isSurrogate = c.code >= 0xD800 && c.code <= 0xDFFF;
+    if (c.code == 0 || isSurrogate || c.code > 0x10FFFF) c.code = kReplacement;
+    return c;
+  }
+
+  // 4.3.12 "Consume an ident sequence", in lower case.
+  std::string name() {
+    std::string result;
+    for (;;) {
+      if (isNameCharacter(peek())) {
+        appendUtf8(result, toAsciiLower(input_[at_++].code));
+      } else if (isEscape(0)) {
+        appendUtf8(result, toAsciiLower(escaped().code));
+      } else {
+        return result;
+      }
+    }
+  }
+
+  CssToken number() {
+    if (peek() == '+' || peek() == '-') ++at_;
+    while (isAsciiDigit(peek())) ++at_;
+    if (peek() == '.' && isAsciiDigit(peek(1))) {
+      ++at_;
+      while (isAsciiDigit(peek())) ++at_;
+    }
+    if (peek() == 'e' || peek() == 'E') {
+      const std::size_t sign = peek(1) == '+' || peek(1) == '-' ? 1 : 0;
+      if (isAsciiDigit(peek(1 + sign))) {
+        at_ += 1 + sign;
+        while (isAsciiDigit(peek())) ++at_;
+      }
+    }
+    if (isIdentStart(0)) {
+      name();
+    } else if (peek() == '%') {
+      ++at_;
+    }
+    return of(CssToken::Kind::other);
+  }
+
+  CssToken string() {
+    const char32_t quote = peek();
+    ++at_;
+    CssToken made = of(CssToken::Kind::string);
+    const std::size_t first = at_;
+    for (;;) {
+      const char32_t c = peek();
+      if (c == quote || c == kEnd) {
+        setSpan(made, first, at_);
+        if (c == quote) ++at_;
+        return made;
+      }
+      if (isNewline(c)) return of(CssToken::Kind::badString);
+      if (c != '\\') {
+        made.value.push_back(input_[at_++]);
+      } else if (peek(1) == kEnd) {
+        ++at_;
+      } else if (isNewline(peek(1))) {
+        at_ += 2;
+      } else {
+        made.value.push_back(escaped());
+      }
+    }
+  }
+
+  CssToken identLike() {
+    const std::string made = name();
+    CssToken result = of(CssToken::Kind::ident);
+    result.name = made;
+    if (peek() != '(') return result;
+    ++at_;
+    result.kind = CssToken::Kind::function;
+    if (made != "url") return result;
+    std::size_t ahead = 0;
+    while (isCssSpace(peek(ahead))) ++ahead;
+    if (peek(ahead) == '"' || peek(ahead) == '\'') return result;
+    return url();
+  }
+
+  // 4.3.6 "Consume a url token".
+  CssToken url() {
+    CssToken made = of(CssToken::Kind::url);
+    while (isCssSpace(peek())) ++at_;
+    const std::size_t first = at_;
+    std::size_t last = at_;
+    for (;;) {
+      const char32_t c = peek();
+      if (c == ')' || c == kEnd) {
+        setSpan(made, first, last);
+        if (c == ')') ++at_;
+        return made;
+      }
+      if (isCssSpace(c)) {
+        while (isCssSpace(peek())) ++at_;
+        if (peek() == ')' || peek() == kEnd) continue;
+        return badUrl();
+      }
+      if (c == '"' || c == '\'' || c == '(' || isNonPrintable(c)) return badUrl();
+      if (c == '\\') {
+        if (!isEscape(0)) return badUrl();
+        made.value.push_back(escaped());
+      } else {
+        made.value.push_back(input_[at_++]);
+      }
+      last = at_;
+    }
+  }
+
+  CssToken badUrl() {
+    while (at_ < input_.size()) {
+      if (peek() == ')') {
+        ++at_;
+        break;
+      }
+      if (isEscape(0)) {
+        escaped();
+      } else {
+        ++at_;
+      }
+    }
+    return of(CssToken::Kind::badUrl);
+  }
+
+  const Text input_;
+  std::size_t at_ = 0;
+};
+
+}  // namespace
+
+std::vector<CssToken> cssTokens(const Text& text) {
+  return CssTokenizer(text).run();
+}
+
+}  // namespace reference::page
