@@ -1,0 +1,56 @@
+// Where parse5 finds the attributes that hold one URL each, in the form of the inventory's lines.
+import { parse } from 'parse5';
+
+const kNamespaces = new Map([
+  ['http://www.w3.org/1999/xhtml', 'html'],
+  ['http://www.w3.org/2000/svg', 'svg'],
+  ['http://www.w3.org/1998/Math/MathML', 'mathml'],
+]);
+
+// The rows of a table of places whose slot is a whole attribute: a set of "namespace element attribute".
+export function urlAttributes(table) {
+  return new Set(table.split('\n').map((line) => line.split('\t'))
+    .filter((row) => row[0] === 'standard' && row[4] === 'url')
+    .map(([, space, element, attribute]) => `${space} ${element} ${attribute}`));
+}
+
+function isWanted(wanted, space, element, attribute) {
+  return wanted.has(`${space} ${element} ${attribute}`) || wanted.has(`${space} * ${attribute}`);
+}
+
+// The bytes of a value in its attribute as written: name, "=", value in quotes or bare.
+function valueSpan(html, { startOffset, endOffset }) {
+  let at = startOffset + 1;
+  while (at < endOffset && !/[\t\n\f\r =]/.test(html[at])) ++at;
+  const nameEnd = at;
+  while (at < endOffset && /[\t\n\f\r ]/.test(html[at])) ++at;
+  if (at >= endOffset || html[at] !== '=') return [nameEnd, nameEnd];
+  ++at;
+  while (at < endOffset && /[\t\n\f\r ]/.test(html[at])) ++at;
+  if (html[at] === '"' || html[at] === "'") return [at + 1, endOffset - 1];
+  return [at, endOffset];
+}
+
+// Every wanted attribute of the tree of `html`, a text of one code unit a byte: the lines
+// "start end element attribute value" as a map from start to line.
+export function findPlaces(html, wanted, scriptingEnabled) {
+  const found = new Map();
+  const open = [parse(html, { sourceCodeLocationInfo: true, scriptingEnabled })];
+  while (open.length > 0) {
+    const node = open.pop();
+    open.push(...(node.childNodes ?? []), ...(node.content ? [node.content] : []));
+    const location = node.sourceCodeLocation?.startTag ?? node.sourceCodeLocation;
+    if (!node.attrs || !location?.attrs) continue;
+    const space = kNamespaces.get(node.namespaceURI);
+    for (const { prefix, name, value } of node.attrs) {
+      const attribute = prefix ? `${prefix}:${name}` : name.toLowerCase();
+      const place = location.attrs[attribute] ?? location.attrs[name];
+      if (!place || !isWanted(wanted, space, node.tagName, attribute)) continue;
+      if (!/[^\t\n\f\r ]/.test(value)) continue;
+      const [start, end] = valueSpan(html, place);
+      const element = { svg: 'svg:', mathml: 'math:' }[space] ?? '';
+      found.set(start, [start, end, element + node.tagName, attribute, JSON.stringify(value)].join(' '));
+    }
+  }
+  return found;
+}
