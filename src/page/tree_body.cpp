@@ -62,7 +62,8 @@ TreeBuilder::Step TreeBuilder::startInBody(const TagToken& tag) {
 TreeBuilder::Step TreeBuilder::startRareInBody(const TagToken& tag, StartRule rule) {
   switch (rule) {
     case StartRule::html:
-      if (!open_.isOpen(Element::template_)) merge(0);
+      // The html element above a fragment is no part of it.
+      if (!options_.context.isFragment && !open_.isOpen(Element::template_)) merge(0);
       break;
     case StartRule::body:
       startBody();
