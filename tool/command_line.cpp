@@ -1,11 +1,12 @@
 #include "command_line.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 #include <sstream>
+#include <utility>
 
-#include "commands/commands.h"
-#include "output/messages.h"
+#include "complaints.h"
 
 namespace pagescan::tool {
 
@@ -24,19 +25,7 @@ constexpr char kExamples[] =
     "\n"
     "Data goes to standard output, everything else to standard error.\n"
     "Exit status: 0 done; 1 an input failed, the others went through; 2 wrong usage.\n"
-    "'pagescan COMMAND --help' tells more about a command.";
-
-std::string complaintOf(const CLI::App& app, const CLI::Error& error) {
-  const auto strangers = app.remaining();
-  if (!app.get_subcommands().empty() || error.get_name() != "RequiredError") return error.what();
-  return strangers.empty() ? "a command is required" : "no such command: " + strangers.front();
-}
-
-std::string failureMessage(const CLI::App* app, const CLI::Error& error) {
-  const auto chosen = app->get_subcommands();
-  const std::string command = chosen.empty() ? "" : " " + chosen.front()->get_name();
-  return "pagescan: " + complaintOf(*app, error) + "\nTry 'pagescan" + command + " --help'.\n";
-}
+    "'pagescan COMMAND --help', or 'pagescan help COMMAND', tells more about a command.";
 
 // Prints help with the names of options or commands in a column of this width.
 std::shared_ptr<CLI::Formatter> helpFormatter(std::size_t columnWidth) {
@@ -52,7 +41,7 @@ void describe(CLI::App& app) {
   app.set_version_flag("--version", "pagescan " PAGESCAN_VERSION, "Print the version and exit");
   app.set_help_flag("-h,--help", "Print this help and exit");
   app.require_subcommand(1);
-  app.failure_message(failureMessage);
+  app.failure_message(complaintAbout);
   app.formatter(helpFormatter(26));  // what the commands inherit
 }
 
@@ -69,42 +58,27 @@ ExitStatus answer(const CLI::App& app, const CLI::ParseError& error, Output& out
 
 }  // namespace
 
-CLI::callback_t keepIn(Names& texts) {
-  return [&texts](const CLI::results_t& given) {
-    texts = given;
-    return true;
-  };
-}
-
-void addArguments(CLI::App& command, const char* name, const char* description, Names& arguments) {
-  // A list in the usual way would take an argument in brackets for a list of its own, split at the
-  // commas. One that waits for more than can come takes each as it is.
-  constexpr int kEndless = CLI::detail::expected_max_vector_size;
-  command.add_option(name, keepIn(arguments), description)
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
-      ->expected(kEndless - 1, kEndless)
-      ->allow_extra_args(false)
-      ->option_text(" ");
-}
-
-void addFiles(CLI::App& command, Names& files) {
-  addArguments(command, "FILE", "Files to read; standard input for - or none", files);
-}
-
-ExitStatus runCommandLine(int argc, const char* const* argv, Output& output) {
-  Job job;
-  CLI::App app(kPurpose);
-  describe(app);
+std::unique_ptr<CLI::App> makeApp(Job& job) {
+  auto app = std::make_unique<CLI::App>(kPurpose);
+  describe(*app);
   for (const auto add :
        {addLinks, addCss, addEncode, addDecode, addFlavour, addEntities, addUtf8, addScrub}) {
-    add(app, job);
+    add(*app, job);
   }
-  app.formatter(helpFormatter(13));
-  app.footer(kExamples);
+  app->formatter(helpFormatter(13));
+  app->footer(kExamples);
+  return app;
+}
+
+ExitStatus runCommandLine(Names words, Output& output) {
+  Job job;
+  const std::unique_ptr<CLI::App> app = makeApp(job);
+  words = wordsAsMeant(*app, std::move(words));
+  std::reverse(words.begin(), words.end());  // CLI11 takes them from the end
   try {
-    app.parse(argc, argv);
+    app->parse(std::move(words));
   } catch (const CLI::ParseError& error) {
-    return answer(app, error, output);
+    return answer(*app, error, output);
   }
   return job(output);
 }

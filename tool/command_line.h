@@ -3,31 +3,20 @@
 #define PAGESCAN_TOOL_COMMAND_LINE_H
 
 #include <CLI/CLI.hpp>
-#include <string>
+#include <memory>
 
+#include "commands/commands.h"
 #include "exit_status.h"
-#include "input.h"
+#include "options.h"
 #include "output/output.h"
 
 namespace pagescan::tool {
 
-// The families of commands, as headings of the program's help.
-inline constexpr char kRecordCommands[] = "URLs of pages and style text, with their byte offsets";
-inline constexpr char kUrlCommands[] = "Percent encoding of URLs and query strings";
-inline constexpr char kCharacterCommands[] = "Characters";
-inline constexpr char kScrubCommands[] = "Cleaning pages";
+// The whole command line. `job` is set to the work of the command that is chosen, when it is.
+std::unique_ptr<CLI::App> makeApp(Job& job);
 
-// Keeps what was given for an option of any number of texts, byte for byte.
-CLI::callback_t keepIn(Names& texts);
-
-// Adds the arguments of a command that takes any number of them.
-void addArguments(CLI::App& command, const char* name, const char* description, Names& arguments);
-
-// The arguments of a command that reads files or standard input.
-void addFiles(CLI::App& command, Names& files);
-
-// Reads the command line and does what it asks for.
-ExitStatus runCommandLine(int argc, const char* const* argv, Output& output);
+// Reads the words of the command line and does what they ask for.
+ExitStatus runCommandLine(Names words, Output& output);
 
 }  // namespace pagescan::tool
 

@@ -1,4 +1,4 @@
-// pagescan: the library on the command line. See docs/tool.md.
+// pagescan: the libraries on the command line. See docs/tool.md.
 #include <unistd.h>
 
 #include <cerrno>
@@ -16,6 +16,18 @@ namespace {
 using pagescan::tool::ExitStatus;
 using pagescan::tool::Output;
 
+// What an exception stops is told; what was written before it stays.
+ExitStatus run(int argc, char** argv, Output& output) {
+  try {
+    return pagescan::tool::runCommandLine({argv + 1, argv + argc}, output);
+  } catch (const std::bad_alloc&) {
+    pagescan::tool::tell("out of memory");
+  } catch (const std::exception& error) {
+    pagescan::tool::tell(error.what());
+  }
+  return pagescan::tool::kFailed;
+}
+
 // A reader that has seen enough is no failure worth a message.
 ExitStatus finish(Output& output, ExitStatus status) {
   output.flush();
@@ -29,15 +41,8 @@ ExitStatus finish(Output& output, ExitStatus status) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  std::signal(SIGPIPE, SIG_DFL);  // whatever the parent left behind
-  try {
-    Output output(STDOUT_FILENO);
-    const ExitStatus status = pagescan::tool::runCommandLine(argc, argv, output);
-    return finish(output, status);
-  } catch (const std::bad_alloc&) {
-    pagescan::tool::tell("out of memory");
-  } catch (const std::exception& error) {
-    pagescan::tool::tell(error.what());
-  }
-  return pagescan::tool::kFailed;
+  std::signal(SIGPIPE, SIG_DFL);  // whatever the parent left it as
+  Output output(STDOUT_FILENO);
+  const ExitStatus status = run(argc, argv, output);
+  return finish(output, status);
 }

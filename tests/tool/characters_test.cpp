@@ -1,4 +1,6 @@
 // pagescan entities and utf8, run as a user would.
+#include <random>
+
 #include "tool/tool.h"
 
 namespace pagescan::tests {
@@ -24,6 +26,28 @@ TEST(Entities, FitIntoAPipe) {
   EXPECT_EQ(result.out, "caf\xC3\xA9");
 }
 
+TEST(Entities, BecomeUtf8InAPageOfUtf8) {
+  EXPECT_EQ(
+      outputOf({"entities", "--utf8"}, "\xC3\xA9\xFF &eacute;&lt;&#233;&#xE9;&#300;&none;&;&"),
+      "\xC3\xA9\xFF \xC3\xA9<\xC3\xA9\xC3\xA9&#300;&none;&;&");
+}
+
+TEST(Entities, Utf8OfTextOfAsciiIsThatOfTheBytes) {
+  const unsigned seed = std::random_device{}();
+  SCOPED_TRACE("seed " + std::to_string(seed));
+  std::mt19937 random(seed);
+  const char* const kPieces[] = {"&", "#", "x", "9", "300;", "65;", "abc;", "amp;", "eacute;", ";"};
+  std::string page;
+  for (int i = 0; i < 20'000; ++i) page += kPieces[random() % std::size(kPieces)];
+  std::string expected;
+  for (const char byte : outputOf({"entities"}, page)) {
+    const auto code = static_cast<unsigned char>(byte);
+    if (code >= 0x80) expected.push_back(static_cast<char>(0xC0 | code >> 6));
+    expected.push_back(static_cast<char>(code < 0x80 ? code : 0x80 | (code & 0x3F)));
+  }
+  EXPECT_EQ(outputOf({"entities", "--utf8"}, page), expected);
+}
+
 TEST(Utf8, ConvertsOnlyWhatNeedsIt) {
   EXPECT_EQ(outputOf({"utf8"}, "caf\xE9\n"), "caf\xC3\xA9\n");
   EXPECT_EQ(outputOf({"utf8"}, "caf\xC3\xA9\n"), "caf\xC3\xA9\n");
@@ -31,6 +55,28 @@ TEST(Utf8, ConvertsOnlyWhatNeedsIt) {
   EXPECT_EQ(outputOf({"utf8", "--to", "ansi"}, "caf\xC3\xA9\n"), "caf\xE9\n");
   EXPECT_EQ(outputOf({"utf8", "--to", "ansi"}, "caf\xE9\n"), "caf\xE9\n");
   EXPECT_EQ(outputOf({"utf8", "--to", "utf8"}, "plain"), "plain");
+}
+
+TEST(Utf8, CheckTellsAndConvertsNothing) {
+  TemporaryFolder folder;
+  const struct {
+    std::string bytes;
+    const char* verdict;
+  } rows[] = {
+      {"", "ASCII"},
+      {"plain", "ASCII"},
+      {"caf\xC3\xA9", "UTF-8"},
+      {"caf\xE9", "not UTF-8"},
+      {"\xC3\xA9\xC3\xA9\xE9", "not UTF-8, taken for UTF-8"},
+      {"\xC3\xA9\0\xE9"s, "not UTF-8"},
+      {"\xF0\x9F\x98\x80", "UTF-8"},
+  };
+  for (const auto& row : rows) {
+    const std::string file = folder.file("file", row.bytes);
+    EXPECT_EQ(outputOf({"utf8", "--check", file}), file + ": " + row.verdict + "\n");
+    EXPECT_EQ(outputOf({"utf8", "--check"}, row.bytes),
+              std::string("standard input: ") + row.verdict + "\n");
+  }
 }
 
 TEST(Utf8, EveryByteOfIso88591HasItsCharacter) {

@@ -53,6 +53,33 @@ TEST(Css, DeclarationsAreReadOnRequestWithTheirOwnOffsets) {
   expectOffsetsMatch(records, text);
 }
 
+TEST(Css, WhatIsNotReadIsTold) {
+  const struct {
+    const char* text;
+    std::vector<int> offsets;
+  } rows[] = {
+      {"p{a:url(x)} /* url(y) @import z; */", {}},
+      {"@import \"a.css\"; p{a:url(x)}", {0}},
+      {"@import 'a.css';", {0}},
+      {"p{a:url(x)} @import url(\"a;b\"); q{a:url(y)}", {12}},
+      {"@import url(a)", {0}},
+      {"p{a:url(x", {4}},
+      {"p{a:url(#x) url() url( '' ) url('x')}", {}},
+  };
+  for (const auto& row : rows) {
+    std::string expected;
+    for (const int offset : row.offsets) {
+      expected += "pagescan: standard input: offset " + std::to_string(offset) +
+                  ": this url( or @import is not read\n";
+    }
+    const ProgramResult result = pagescanTool({"css"}, row.text);
+    EXPECT_EQ(result.status, 0) << row.text;
+    EXPECT_EQ(result.err, expected) << row.text;
+  }
+  EXPECT_EQ(pagescanTool({"css", "--declarations"}, "a:url(x").err,
+            "pagescan: standard input: offset 2: this url( or @import is not read\n");
+}
+
 TEST(Css, DeclarationsMayBeAnUrlAlone) {
   const auto records = recordsOf(outputOf({"css", "--declarations"}, "\"\xE9\""));
   ASSERT_EQ(records.size(), 1U);

@@ -57,6 +57,13 @@ TEST(Encode, DecodingAndEncodingUndoEachOther) {
   }
 }
 
+TEST(Encode, LinesGiveALineEach) {
+  EXPECT_EQ(outputOf({"encode", "--flavour", "browser", "--lines"}, "a b\n\nc&d\r\n\xE9"),
+            "a+b\n\nc%26d\n%E9\n");
+  EXPECT_EQ(outputOf({"decode", "--flavour", "browser", "--lines"}, "a+b\n%26\n"), "a b\n&\n");
+  EXPECT_EQ(outputOf({"encode", "--flavour", "browser", "--lines"}, ""), "");
+}
+
 TEST(Decode, LeavesThePlaceholderWhereAControlByteWouldCome) {
   EXPECT_EQ(outputOf({"decode", "--flavour", "browser", "a+b%41", "%0A", "%zz", "abc%4", "%2541"}),
             "a bA\n&#25;0A\n&#25;zz\nabc%4\n%41\n");
@@ -81,6 +88,21 @@ TEST(Flavour, NamesTheFirstAndAllOfThem) {
       {"a=b c", "first: none\nall:\n"},
   };
   for (const auto& row : rows) EXPECT_EQ(outputOf({"flavour", row.text}), row.expected);
+}
+
+TEST(Flavour, LinesGiveALineEach) {
+  EXPECT_EQ(outputOf({"flavour", "--lines"}, "a=b%20c\r\na=b c\n"),
+            "escape\tescape uri uri-component chrome94 siebel\nnone\t\n");
+}
+
+TEST(Flavour, JsonLinesHoldTheTextAndItsFlavours) {
+  EXPECT_EQ(outputOf({"flavour", "--format", "jsonl", "a=b+\xE9\""}),
+            "{\"text\":\"a=b+\xC3\xA9\\\"\",\"first\":\"none\",\"all\":[],\"bytes\":[\"text\"]}\n");
+  EXPECT_EQ(outputOf({"flavour", "--format", "jsonl", "--lines"}, "a=b%2Fc\na=b+c\n"),
+            "{\"text\":\"a=b%2Fc\",\"first\":\"browser\",\"all\":[\"browser\",\"uri-component\","
+            "\"browser-sign\",\"chrome\"]}\n"
+            "{\"text\":\"a=b+c\",\"first\":\"browser\",\"all\":[\"browser\",\"browser-sign\","
+            "\"chrome\",\"chrome94\",\"siebel\"]}\n");
 }
 
 TEST(Flavour, OneLineEndAtTheEndOfStandardInputIsNotPartOfTheText) {

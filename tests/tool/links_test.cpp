@@ -164,6 +164,36 @@ TEST(Links, ThousandsOfScriptTagsThatWouldNeverEndTakeNoTime) {
   }
 }
 
+TEST(Links, UrlsAreListedOnceEach) {
+  TemporaryFolder folder;
+  const std::string page =
+      folder.file("page", "<img src=a><img src=b lowsrc><link href=a rel=icon>");
+  EXPECT_EQ(outputOf({"links", "--base", kBase, "--format", "urls", page, page}),
+            "http://w1/d/a\nhttp://w1/d/b\nhttp://w1/d/icon\n");
+  EXPECT_EQ(outputOf({"links", "--base", kBase, "--format", "urls", "--no-rel", page, page}),
+            "http://w1/d/a\nhttp://w1/d/b\n");
+}
+
+TEST(Links, RelIsLeftOutOnRequest) {
+  const std::string page = "<link rel=icon href=a>";
+  EXPECT_EQ(recordsOf(outputOf({"links"}, page)).size(), 2U);
+  const auto records = recordsOf(outputOf({"links", "--no-rel"}, page));
+  ASSERT_EQ(records.size(), 1U);
+  EXPECT_EQ(records[0].at("attribute"), "href");
+}
+
+TEST(Links, LinesAreWhatAJsonLibraryWrites) {
+  std::string value;
+  for (int byte = 1; byte < 128; ++byte) {
+    if (byte != '\'')
+      value.append(static_cast<std::size_t>(byte % 11), 'x').push_back(static_cast<char>(byte));
+  }
+  const std::string lines =
+      outputOf({"links"}, "<img src='" + value + "'><img src='" + value + "\xE9'>");
+  std::istringstream stream(lines);
+  for (std::string line; std::getline(stream, line);) EXPECT_EQ(Record::parse(line).dump(), line);
+}
+
 TEST(Links, TheTableShowsWhatTheRecordsSay) {
   EXPECT_EQ(
       outputOf({"links", "--format", "table", "--base", kBase},

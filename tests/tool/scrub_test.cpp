@@ -59,6 +59,32 @@ TEST(Scrub, LeavesAScriptTagThatWouldNeverEndAndBlanksTheOthers) {
             "taken for a tag\n");
 }
 
+TEST(Scrub, TellsAboutScriptsThatStay) {
+  const struct {
+    const char* page;
+    std::vector<int> offsets;
+  } rows[] = {
+      {"<script>a</script></script><script>b</script> <script>c</script>", {27, 46}},
+      {"x<script>a", {1}},
+      {"<script> \n</script></script><script>\t</script>", {}},
+      {"<script src=a", {}},
+  };
+  for (const auto& row : rows) {
+    std::string expected;
+    for (const int offset : row.offsets) {
+      expected += "pagescan: standard input: offset " + std::to_string(offset) +
+                  ": this script stays as it is\n";
+    }
+    const ProgramResult result = pagescanTool({"scrub", "--scripts"}, row.page);
+    EXPECT_EQ(result.status, 0) << row.page;
+    EXPECT_EQ(result.err, expected) << row.page;
+  }
+}
+
+TEST(Scrub, NamesAreComparedByTheirBeginning) {
+  EXPECT_EQ(outputOf({"scrub", "--tag", "b"}, "<body>x<b>y</b>z</body>"), "<b></b>z</body>");
+}
+
 TEST(Scrub, BlankingScriptsAlwaysReturnsAndKeepsTheLength) {
   const unsigned seed = std::random_device{}();
   SCOPED_TRACE("seed " + std::to_string(seed));

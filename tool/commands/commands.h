@@ -3,13 +3,19 @@
 #ifndef PAGESCAN_TOOL_COMMANDS_H
 #define PAGESCAN_TOOL_COMMANDS_H
 
-#include <CLI/CLI.hpp>
 #include <functional>
 
 #include "exit_status.h"
+#include "options.h"
 #include "output/output.h"
 
 namespace pagescan::tool {
+
+// The families of commands, as headings of the program's help.
+inline constexpr char kRecordCommands[] = "URLs of pages and style text, with their byte offsets";
+inline constexpr char kUrlCommands[] = "Percent encoding of URLs and query strings";
+inline constexpr char kCharacterCommands[] = "Characters";
+inline constexpr char kScrubCommands[] = "Cleaning pages";
 
 using Job = std::function<ExitStatus(Output& output)>;
 

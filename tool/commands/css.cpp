@@ -1,8 +1,11 @@
 // pagescan css: the records of style text.
+#include <CLI/CLI.hpp>
 #include <memory>
 #include <string>
 
 #include "commands/commands.h"
+#include "commands/unread_style.h"
+#include "input.h"
 #include "output/harmless.h"
 #include "output/link_sink.h"
 #include "output/messages.h"
@@ -22,7 +25,10 @@ constexpr char kNotes[] =
     "the reading at that url(...), with exit status 1; what was found before it is\n"
     "listed. A rule set around the declarations, \"p{background:url(a.gif)}\", avoids\n"
     "it, and --declarations puts one there.\n"
-    "A double-quoted string behind the last url(...) is taken for a URL.\n"
+    "A double-quoted string after the last url(...) is taken for a URL. An @import\n"
+    "whose URL is in double quotes is not read when a url( follows anywhere, nor is\n"
+    "one whose URL holds a \";\" or stands in single quotes; each url( and @import\n"
+    "that is not read is told, by its offset.\n"
     "\n"
     "Examples:\n"
     "  pagescan css --base http://www.example.com/a/style.css style.css\n"
@@ -55,12 +61,14 @@ bool listUrls(const std::string& name, const RWCString& css, const Options& opti
   CHTMLOffsetParser parser(options.records.base.c_str());
   parser.SetDietVirtualQueue(&sink);
   records.beginInput(name);
-  return parse(parser, name, copy);
+  if (!parse(parser, name, copy)) return false;
+  tellUnreadStyle(name, copy, sink.offsets(), options.declarations ? 1 : 0);
+  return true;
 }
 
 ExitStatus run(const Options& options, Output& output) {
   RecordsOutput records(output, options.records);
-  return forEachInput(options.records.files, output, [&](const std::string& name, RWCString& css) {
+  return forEachText(options.records.files, output, [&](const std::string& name, RWCString& css) {
     return listUrls(name, css, options, records);
   });
 }

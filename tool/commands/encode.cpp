@@ -1,13 +1,15 @@
 // pagescan encode, pagescan decode: percent encoding in the flavours of browsers and servers.
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <iterator>
 #include <memory>
 #include <sstream>
 #include <string>
 
-#include "command_line.h"
 #include "commands/commands.h"
 #include "commands/flavours.h"
+#include "input.h"
+#include "lines.h"
 #include "output/bytes.h"
 
 namespace pagescan::tool {
@@ -21,6 +23,7 @@ constexpr char kEncodeNotes[] =
     "Examples:\n"
     "  pagescan encode --flavour browser 'a b' 'c&d'    gives a+b and c%26d\n"
     "  pagescan encode --flavour uri < text             all of it, newlines too\n"
+    "  pagescan encode --flavour uri --lines < words    each line for itself\n"
     "  pagescan encode --flavour escape -- --text--     text that begins with -";
 
 constexpr char kDecodeDescription[] = "Decodes percent-encoded text (UrlEncoding::DecodeString)";
@@ -30,7 +33,8 @@ constexpr char kDecodeNotes[] =
     "\n"
     "Examples:\n"
     "  pagescan decode --flavour browser 'a+b%26'    gives a b&\n"
-    "  pagescan decode --flavour siebel < query      no newline is added or dropped";
+    "  pagescan decode --flavour siebel < query      no newline is added or dropped\n"
+    "  pagescan decode --flavour uri --lines < log   each line for itself";
 
 using Convert = RWCString (*)(RWCString& text, UrlEncoding::EncodingType type);
 
@@ -47,6 +51,7 @@ RWCString decode(RWCString& text, UrlEncoding::EncodingType type) {
 
 struct Options {
   std::string flavour;
+  bool areLines = false;
   Names texts;
 };
 
@@ -58,18 +63,23 @@ UrlEncoding::EncodingType typeOf(const std::string& flavour) {
 
 ExitStatus run(const Options& options, Convert convert, Output& output) {
   const UrlEncoding::EncodingType type = typeOf(options.flavour);
-  if (options.texts.empty()) {
-    return forEachInput({}, output, [&](const std::string&, RWCString& text) {
-      output.write(bytesOf(convert(text, type)));
-      return true;
-    });
-  }
-  for (const std::string& argument : options.texts) {
-    RWCString text(argument.data(), argument.size());
+  const auto writeLine = [&](std::string_view line) {
+    RWCString text(line.data(), line.size());
     output.write(bytesOf(convert(text, type)));
     output.write("\n");
+  };
+  if (!options.texts.empty()) {
+    for (const std::string& text : options.texts) writeLine(text);
+    return kSuccess;
   }
-  return kSuccess;
+  return forEachInput({}, output, [&](const std::string&, RWCString& text) {
+    if (options.areLines) {
+      forEachLine(bytesOf(text), writeLine);
+    } else {
+      output.write(bytesOf(convert(text, type)));
+    }
+    return true;
+  });
 }
 
 Names flavourNames() {
@@ -89,16 +99,15 @@ std::string flavourTable() {
 void addConversion(CLI::App& command, const std::string& notes, Convert convert, Job& job) {
   const auto options = std::make_shared<Options>();
   command.group(kUrlCommands);
-  command
-      .add_option("--flavour", options->flavour,
-                  "Whose way of encoding it is (required): see below")
-      ->option_text("NAME")
-      ->required()
-      ->check(CLI::IsMember(flavourNames()));
-  addArguments(command, "TEXT",
-               "Texts, one result a line; without any, standard\n"
-               "input is one text, whose result gets no newline",
-               options->texts);
+  addChoice(command, "--flavour", options->flavour, flavourNames(),
+            "Whose way of encoding it is (required): see below", "NAME")
+      ->required();
+  CLI::Option* lines = addLinesFlag(command, options->areLines);
+  CLI::Option* texts = addArguments(command, "TEXT",
+                                    "Texts, one result a line; without any, standard\n"
+                                    "input is one text, whose result gets no newline",
+                                    options->texts);
+  lines->excludes(texts);
   command.footer(flavourTable() + "\n" + notes);
   command.callback([&job, options, convert] {
     job = [options, convert](Output& output) { return run(*options, convert, output); };

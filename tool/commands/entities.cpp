@@ -1,10 +1,12 @@
 // pagescan entities: character references to bytes.
+#include <CLI/CLI.hpp>
 #include <memory>
 #include <string>
 
 #include "charset.h"
-#include "command_line.h"
 #include "commands/commands.h"
+#include "commands/references_utf8.h"
+#include "input.h"
 #include "output/bytes.h"
 
 namespace pagescan::tool {
@@ -19,15 +21,26 @@ constexpr char kNotes[] =
     "Known are the names of HTML 4's Latin-1 set, quot, amp, lt and gt, and numbers\n"
     "up to 255; all other references stay. &nbsp; is the ordinary blank, and a number\n"
     "that begins with 0 is octal.\n"
+    "The bytes are those of ISO-8859-1 whatever the page's character set: a page of\n"
+    "UTF-8 needs --utf8.\n"
     "\n"
     "Examples:\n"
     "  pagescan entities page.html > decoded.html\n"
-    "  echo 'caf&eacute;' | pagescan entities | pagescan utf8";
+    "  echo 'caf&eacute;' | pagescan entities --utf8";
 
-ExitStatus run(const Names& files, Output& output) {
-  return forEachInput(files, output, [&](const std::string&, RWCString& text) {
-    CTQCharSet::fsGetSingleton()->convert(text);
-    output.write(bytesOf(text));
+struct Options {
+  bool toUtf8 = false;
+  InputFiles files;
+};
+
+ExitStatus run(const Options& options, Output& output) {
+  return forEachText(options.files, output, [&](const std::string&, RWCString& text) {
+    if (options.toUtf8) {
+      output.write(referencesToUtf8(bytesOf(text)));
+    } else {
+      CTQCharSet::fsGetSingleton()->convert(text);
+      output.write(bytesOf(text));
+    }
     return true;
   });
 }
@@ -36,11 +49,14 @@ ExitStatus run(const Names& files, Output& output) {
 
 void addEntities(CLI::App& app, Job& job) {
   CLI::App* command = app.add_subcommand("entities", kDescription)->group(kCharacterCommands);
-  const auto files = std::make_shared<Names>();
-  addFiles(*command, *files);
+  const auto options = std::make_shared<Options>();
+  command->add_flag("--utf8", options->toUtf8,
+                    "Write what is decoded in UTF-8; all other bytes stay\n"
+                    "as they are");
+  addFiles(*command, options->files);
   command->footer(kNotes);
   command->callback(
-      [&job, files] { job = [files](Output& output) { return run(*files, output); }; });
+      [&job, options] { job = [options](Output& output) { return run(*options, output); }; });
 }
 
 }  // namespace pagescan::tool

@@ -1,13 +1,16 @@
 // pagescan flavour: in whose way a query string is encoded.
-#include <algorithm>
-#include <iterator>
+#include <CLI/CLI.hpp>
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
-#include "command_line.h"
 #include "commands/commands.h"
 #include "commands/flavours.h"
+#include "input.h"
+#include "lines.h"
+#include "output/bytes.h"
+#include "output/json.h"
 
 namespace pagescan::tool {
 
@@ -21,47 +24,80 @@ constexpr char kNotes[] =
     "The text is all query string, without \"?\": names and values, with \"&\" between\n"
     "the pairs. It is in a flavour's canonical form when encoding what it decodes to\n"
     "gives just the same text. The first line names the flavour that the library\n"
-    "reports, none if there is none; the second names all of them.\n"
+    "reports, none if there is none; the second names all of them. With --lines the\n"
+    "two stand in one line with a tab between them.\n"
     "'pagescan encode --help' describes the flavours.\n"
     "\n"
     "Examples:\n"
     "  pagescan flavour 'a=b%20c&d=e'\n"
-    "  pagescan flavour < query";
+    "  pagescan flavour < query\n"
+    "  pagescan flavour --lines --format jsonl < queries";
 
-const char* nameOf(UrlEncoding::EncodingType type) {
-  return std::find_if(std::begin(kFlavours), std::end(kFlavours),
-                      [&](const Flavour& row) { return row.type == type; })
-      ->name;
+struct Options {
+  std::optional<std::string> text;
+  bool areLines = false;
+  std::string format = "text";
+};
+
+struct Report {
+  std::string_view first;
+  std::vector<std::string_view> all;
+};
+
+Report reportOn(const RWCString& text) {
+  const UrlEncoding::EncodingType first = UrlEncoding::CheckUrlDecoding(text);
+  Report report;
+  for (const Flavour& row : kFlavours) {
+    if (row.type == first) report.first = row.name;
+    if (row.type != UrlEncoding::eNone && UrlEncoding::CheckUrlDecoding(text, row.type)) {
+      report.all.emplace_back(row.name);
+    }
+  }
+  return report;
+}
+
+std::string objectOf(std::string_view text, const Report& report) {
+  std::string line;
+  JsonWriter json(line);
+  json.beginLine();
+  json.addBytes("text", text);
+  json.addText("first", report.first);
+  json.addWords("all", report.all);
+  json.endLine();
+  return line;
+}
+
+std::string textOf(const Report& report, bool isLine) {
+  std::string all;
+  for (const std::string_view name : report.all) all.append(all.empty() ? "" : " ").append(name);
+  const std::string first(report.first);
+  if (isLine) return first + "\t" + all + "\n";
+  return "first: " + first + "\nall:" + (all.empty() ? "" : " ") + all + "\n";
+}
+
+void write(const Options& options, std::string_view text, Output& output) {
+  const Report report = reportOn(RWCString(text.data(), text.size()));
+  output.write(options.format == "jsonl" ? objectOf(text, report)
+                                         : textOf(report, options.areLines));
 }
 
 // A line end that closes the input is the shell's, not the query's.
-void dropLineEnd(RWCString& text) {
-  const auto endsWith = [&](char byte) {
-    return text.length() != 0 && text.data()[text.length() - 1] == byte;
-  };
-  if (!endsWith('\n')) return;
-  text.resize(text.length() - 1);
-  if (endsWith('\r')) text.resize(text.length() - 1);
+std::string_view withoutLineEnd(std::string_view text) {
+  return text.ends_with('\n') ? withoutCr(text.substr(0, text.size() - 1)) : text;
 }
 
-void report(const RWCString& text, Output& output) {
-  output.write(std::string("first: ") + nameOf(UrlEncoding::CheckUrlDecoding(text)) + "\nall:");
-  for (const Flavour& row : kFlavours) {
-    if (row.type != UrlEncoding::eNone && UrlEncoding::CheckUrlDecoding(text, row.type)) {
-      output.write(std::string(" ") + row.name);
-    }
-  }
-  output.write("\n");
-}
-
-ExitStatus run(const std::optional<std::string>& argument, Output& output) {
-  if (argument) {
-    report(RWCString(argument->data(), argument->size()), output);
+ExitStatus run(const Options& options, Output& output) {
+  if (options.text) {
+    write(options, *options.text, output);
     return kSuccess;
   }
-  return forEachInput({}, output, [&](const std::string&, RWCString& text) {
-    dropLineEnd(text);
-    report(text, output);
+  return forEachInput({}, output, [&](const std::string&, RWCString& input) {
+    const std::string_view text = bytesOf(input);
+    if (options.areLines) {
+      forEachLine(text, [&](std::string_view line) { write(options, line, output); });
+    } else {
+      write(options, withoutLineEnd(text), output);
+    }
     return true;
   });
 }
@@ -70,18 +106,24 @@ ExitStatus run(const std::optional<std::string>& argument, Output& output) {
 
 void addFlavour(CLI::App& app, Job& job) {
   CLI::App* command = app.add_subcommand("flavour", kDescription)->group(kUrlCommands);
-  const auto text = std::make_shared<std::optional<std::string>>();
-  const CLI::callback_t keep = [text](const CLI::results_t& given) {
-    *text = given.front();
+  const auto options = std::make_shared<Options>();
+  CLI::Option* lines = addLinesFlag(*command, options->areLines);
+  addChoice(*command, "--format", options->format, {"text", "jsonl"},
+            "How the answer is written: text, the default; jsonl, a\n"
+            "JSON object a text with the members text, first, all");
+  const CLI::callback_t keep = [options](const CLI::results_t& given) {
+    options->text = given.front();
     return true;
   };
-  command
-      ->add_option("TEXT", keep,
-                   "The query string; without it standard input, but\n"
-                   "for one line end at its very end")
-      ->option_text(" ");
+  CLI::Option* text = command
+                          ->add_option("TEXT", keep,
+                                       "The query string; without it standard input, but\n"
+                                       "for one line end at its very end")
+                          ->option_text(" ");
+  lines->excludes(text);
   command->footer(kNotes);
-  command->callback([&job, text] { job = [text](Output& output) { return run(*text, output); }; });
+  command->callback(
+      [&job, options] { job = [options](Output& output) { return run(*options, output); }; });
 }
 
 }  // namespace pagescan::tool

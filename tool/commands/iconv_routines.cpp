@@ -7,8 +7,8 @@
 #include <cstring>
 #include <string_view>
 
-#include "commands/utf8_text.h"
 #include "hostroutines.h"
+#include "output/utf8_text.h"
 
 namespace pagescan::tool {
 

@@ -1,8 +1,10 @@
 // pagescan links: the records of HTML pages.
+#include <CLI/CLI.hpp>
 #include <memory>
 #include <string>
 
 #include "commands/commands.h"
+#include "input.h"
 #include "output/harmless.h"
 #include "output/link_sink.h"
 #include "zkhtmloffsetparser.h"
@@ -24,16 +26,23 @@ constexpr char kNotes[] =
     "\n"
     "Examples:\n"
     "  pagescan links --base http://www.example.com/a/b.html page.html\n"
+    "  find . -name '*.html' -print0 | pagescan links --files-from - -0 --format urls\n"
     "  pagescan links --format jsonl *.html | jq -r 'select(.tag == \"IMG\").resolved'\n"
     "  zcat page.html.gz | pagescan links --base http://www.example.com/";
 
-bool listLinks(const std::string& name, const RWCString& page, const std::string& base,
+struct Options {
+  RecordsOptions records;
+  bool leavesOutRel = false;
+};
+
+bool listLinks(const std::string& name, const RWCString& page, const Options& options,
                RecordsOutput& records) {
   RWCString copy(page);
   blankNulBytes(name, copy);
   const HiddenScripts hidden(name, copy);
 
-  LinkSink sink(records, base, {page, copy});
+  const std::string& base = options.records.base;
+  LinkSink sink(records, base, {page, copy, 0, !options.leavesOutRel});
   CHTMLOffsetParser parser(base.c_str());
   parser.SetDietVirtualQueue(&sink);
   records.beginInput(name);
@@ -41,10 +50,10 @@ bool listLinks(const std::string& name, const RWCString& page, const std::string
   return true;
 }
 
-ExitStatus run(const RecordsOptions& options, Output& output) {
-  RecordsOutput records(output, options);
-  return forEachInput(options.files, output, [&](const std::string& name, RWCString& page) {
-    return listLinks(name, page, options.base, records);
+ExitStatus run(const Options& options, Output& output) {
+  RecordsOutput records(output, options.records);
+  return forEachText(options.records.files, output, [&](const std::string& name, RWCString& page) {
+    return listLinks(name, page, options, records);
   });
 }
 
@@ -52,8 +61,10 @@ ExitStatus run(const RecordsOptions& options, Output& output) {
 
 void addLinks(CLI::App& app, Job& job) {
   CLI::App* command = app.add_subcommand("links", kDescription)->group(kRecordCommands);
-  const auto options = std::make_shared<RecordsOptions>();
-  addRecordsOptions(*command, *options);
+  const auto options = std::make_shared<Options>();
+  command->add_flag("--no-rel", options->leavesOutRel,
+                    "Leave out the attribute rel of LINK, which holds no URL");
+  addRecordsOptions(*command, options->records);
   command->footer(kNotes);
   command->callback(
       [&job, options] { job = [options](Output& output) { return run(*options, output); }; });

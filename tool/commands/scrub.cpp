@@ -1,9 +1,10 @@
 // pagescan scrub: pages without what must not run or be read.
+#include <CLI/CLI.hpp>
 #include <memory>
 #include <string>
 
-#include "command_line.h"
 #include "commands/commands.h"
+#include "input.h"
 #include "output/bytes.h"
 #include "output/harmless.h"
 #include "zkhtmlparseutils.h"
@@ -22,6 +23,12 @@ constexpr char kNotes[] =
     "order given. --scripts and --comments keep every byte offset; --handlers and\n"
     "--tag move offsets.\n"
     "\n"
+    "--tag compares NAME with the beginning of names: --tag b takes <body>, too, and\n"
+    "leaves nothing but <b></b> when no </b> comes before the end of the page's last\n"
+    "element. Give whole names that no other name begins with.\n"
+    "A script that stays, after a stray </script> or without an end, is told by its\n"
+    "offset.\n"
+    "\n"
     "Examples:\n"
     "  pagescan scrub --scripts --comments page.html > quiet.html\n"
     "  curl -s http://h/ | pagescan scrub --handlers --tag object --tag embed";
@@ -34,12 +41,13 @@ struct Options {
   bool comments = false;
   bool handlers = false;
   Names tags;
-  Names files;
+  InputFiles files;
 };
 
 void blankScripts(const std::string& inputName, RWCString& page) {
   const HiddenScripts hidden(inputName, page);
   tqOverwriteScriptWithBlanks(page);
+  tellScriptsThatStay(inputName, page);
   hidden.showIn(page);
 }
 
@@ -51,7 +59,7 @@ void scrub(const Options& options, const std::string& inputName, RWCString& page
 }
 
 ExitStatus run(const Options& options, Output& output) {
-  return forEachInput(options.files, output, [&](const std::string& name, RWCString& page) {
+  return forEachText(options.files, output, [&](const std::string& name, RWCString& page) {
     scrub(options, name, page);
     output.write(bytesOf(page));
     return true;

@@ -1,15 +1,19 @@
 // pagescan utf8: to and from UTF-8 where that is needed.
+#include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cstddef>
 #include <limits>
 #include <memory>
 #include <string>
 #include <string_view>
 
-#include "command_line.h"
 #include "commands/commands.h"
 #include "commands/iconv_routines.h"
+#include "input.h"
+#include "lines.h"
 #include "output/bytes.h"
 #include "output/messages.h"
+#include "output/utf8_text.h"
 #include "zkutf8.h"
 
 namespace pagescan::tool {
@@ -25,8 +29,11 @@ constexpr char kNotes[] =
     "such text is converted on the way from it. What does not fit, and what is\n"
     "malformed, becomes \"?\". Texts with NUL bytes between them are judged and\n"
     "converted one by one.\n"
+    "--check tells ASCII, UTF-8 or \"not UTF-8\", by the rules of Unicode, and adds\n"
+    "\", taken for UTF-8\" where a conversion would take malformed text for it.\n"
     "\n"
     "Examples:\n"
+    "  pagescan utf8 --check *.html\n"
     "  pagescan utf8 latin1.html > utf8.html\n"
     "  pagescan utf8 --code-page WINDOWS-1251 page.html\n"
     "  pagescan utf8 --to ansi --code-page SHIFT_JIS page.html";
@@ -37,8 +44,29 @@ constexpr std::size_t kLongestText = std::numeric_limits<int>::max() / 3 - 1;
 struct Options {
   std::string to = "utf8";
   std::string codePage = "ISO-8859-1";
-  Names files;
+  bool onlyChecks = false;
+  InputFiles files;
 };
+
+bool isAscii(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), [](char byte) { return byte >= 0; });
+}
+
+// Whether a conversion takes each piece of the text for UTF-8; plain ASCII counts as both.
+bool isTakenForUtf8(std::string_view text) {
+  bool isTaken = true;
+  forEachPiece(text, '\0', [&](std::string_view piece) {
+    isTaken = isTaken && (isAscii(piece) || isUtf8(piece.data(), static_cast<int>(piece.size())));
+  });
+  return isTaken;
+}
+
+void check(const std::string& name, std::string_view text, Output& output) {
+  const bool isWellFormed = isWellFormedUtf8(text);
+  const char* verdict = isAscii(text) ? "ASCII" : isWellFormed ? "UTF-8" : "not UTF-8";
+  const char* note = !isWellFormed && isTakenForUtf8(text) ? ", taken for UTF-8" : "";
+  output.write(shownName(name) + ": " + verdict + note + "\n");
+}
 
 // A conversion ends a text at its first NUL byte; piece by piece nothing is lost.
 void convert(const RWCString& bytes, bool toUtf8, Output& output) {
@@ -57,17 +85,22 @@ void convert(const RWCString& bytes, bool toUtf8, Output& output) {
 
 ExitStatus run(const Options& options, Output& output) {
   useCodePage(options.codePage);
-  return forEachInput(options.files, output, [&](const std::string& name, RWCString& bytes) {
+  return forEachText(options.files, output, [&](const std::string& name, RWCString& bytes) {
     if (bytes.length() > kLongestText) {
       tellAbout(name, "too large to be converted");
       return false;
     }
-    convert(bytes, options.to == "utf8", output);
+    if (options.onlyChecks) {
+      check(name, bytesOf(bytes), output);
+    } else {
+      convert(bytes, options.to == "utf8", output);
+    }
     return true;
   });
 }
 
 std::string checkCodePage(const std::string& name) {
+  if (name.empty()) return "the name of the code page is empty";
   return isCodePage(name) ? "" : name + " is no code page of this system ('iconv -l' lists them)";
 }
 
@@ -76,15 +109,14 @@ std::string checkCodePage(const std::string& name) {
 void addUtf8(CLI::App& app, Job& job) {
   CLI::App* command = app.add_subcommand("utf8", kDescription)->group(kCharacterCommands);
   const auto options = std::make_shared<Options>();
-  command->add_option("--to", options->to, "utf8 (the default), or ansi: to the code page")
-      ->option_text("utf8|ansi")
-      ->check(CLI::IsMember({"utf8", "ansi"}));
-  command
-      ->add_option("--code-page", options->codePage,
-                   "The other character set, ISO-8859-1 by default: any\n"
-                   "that iconv knows and that writes \"A\" as one byte")
-      ->option_text("NAME")
+  addChoice(*command, "--to", options->to, {"utf8", "ansi"},
+            "Where to: utf8, the default, or ansi, the code page");
+  addText(*command, "--code-page", options->codePage, "NAME",
+          "The other character set, ISO-8859-1 by default: any\n"
+          "that iconv knows and that writes \"A\" as one byte")
       ->check(checkCodePage);
+  command->add_flag("--check", options->onlyChecks,
+                    "Only tell what each input is; write none of it");
   addFiles(*command, options->files);
   command->footer(kNotes);
   command->callback(

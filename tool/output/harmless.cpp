@@ -13,7 +13,6 @@ constexpr char kOpening[] = "<SCRIPT";
 constexpr char kClosing[] = "</SCRIPT>";
 constexpr std::size_t kClosingLength = sizeof(kClosing) - 1;
 constexpr std::size_t kFirstWindow = 1024;
-constexpr std::size_t kMostWarnings = 10;
 
 // What tqFindEndlessScript says of the text from `from` on. Asked about a window that grows until
 // there is an answer, it reads no more than twice the way to the next such tag: thousands of them
@@ -28,15 +27,9 @@ std::size_t findEndlessScript(const RWCString& text, std::size_t from) {
   }
 }
 
-void warn(const std::string& inputName, const std::vector<std::size_t>& openings) {
-  const std::size_t shown = std::min(openings.size(), kMostWarnings);
-  for (std::size_t i = 0; i < shown; ++i) {
-    tellAbout(inputName, "offset " + std::to_string(openings[i]) +
-                             ": <SCRIPT without its \">\" before </SCRIPT> is not taken for a tag");
-  }
-  if (shown < openings.size()) {
-    tellAbout(inputName, "and " + std::to_string(openings.size() - shown) + " more of these");
-  }
+// Whether nothing but white space stands in [begin, end).
+bool isBlank(const RWCString& text, std::size_t begin, std::size_t end) {
+  return std::all_of(text.data() + begin, text.data() + end, htmlIsWhiteSpace);
 }
 
 }  // namespace
@@ -54,6 +47,20 @@ void blankNulBytes(const std::string& inputName, RWCString& text) {
   }
 }
 
+void tellScriptsThatStay(const std::string& inputName, const RWCString& text) {
+  std::vector<std::size_t> openings;
+  std::size_t opening = text.index(kOpening, 0, RWCString::ignoreCase);
+  while (opening != RWCString::npos) {
+    const std::size_t tagEnd = text.index('>', opening);
+    if (tagEnd == RWCString::npos) break;
+    const std::size_t closing = text.index(kClosing, tagEnd, RWCString::ignoreCase);
+    const bool hasEnd = closing != RWCString::npos;
+    if (!isBlank(text, tagEnd + 1, hasEnd ? closing : text.length())) openings.push_back(opening);
+    opening = hasEnd ? text.index(kOpening, closing, RWCString::ignoreCase) : RWCString::npos;
+  }
+  tellOffsets(inputName, openings, "this script stays as it is");
+}
+
 HiddenScripts::HiddenScripts(const std::string& inputName, RWCString& text) {
   std::size_t opening = tqFindEndlessScript(text);
   while (opening != RWCString::npos) {
@@ -62,7 +69,8 @@ HiddenScripts::HiddenScripts(const std::string& inputName, RWCString& text) {
     // What stands before is settled: blanking would go on from here.
     opening = findEndlessScript(text, closing + kClosingLength);
   }
-  warn(inputName, openings_);
+  tellOffsets(inputName, openings_,
+              "<SCRIPT without its \">\" before </SCRIPT> is not taken for a tag");
 }
 
 // Every opening tag on the way to the closing one lacks its ">" just as the first does. The

@@ -14,6 +14,10 @@ namespace pagescan::tool {
 // Overwrites each NUL byte, at which the parser would take the text to end, with a blank.
 void blankNulBytes(const std::string& inputName, RWCString& text);
 
+// Tells about each script whose body is not blank, in a text in which scripts have been blanked:
+// one without an end, or one after the place where the blanking ended. Linear in the text.
+void tellScriptsThatStay(const std::string& inputName, const RWCString& text);
+
 // Script tags on which blanking the scripts of a text would not return: each "<SCRIPT" without its
 // ">" before the next "</SCRIPT>", and that closing tag. While hidden, their "<" is a blank.
 class HiddenScripts {

@@ -24,10 +24,13 @@ bool LinkSink::insert(CZKHTMLDietTransactionsObject* record) {
 }
 
 void LinkSink::write(std::string_view tag, CZKHTMLDietAttributeObject& attribute) {
+  const std::string_view name = attribute.GetAttributeName();
+  if (!scanned_.listsRel && name == "rel") return;
   const int offset = attribute.GetAttributeOffset();
+  offsets_.push_back(offset);
   const RWCString target = resolved(attribute);
-  records_.write({tag, attribute.GetAttributeName(), offset < 0 ? offset : offset - scanned_.lead,
-                  asWritten(attribute), bytesOf(target)});
+  records_.write({tag, name, offset < 0 ? offset : offset - scanned_.lead, asWritten(attribute),
+                  bytesOf(target)});
 }
 
 std::string_view LinkSink::asWritten(CZKHTMLDietAttributeObject& attribute) const {

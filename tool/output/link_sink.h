@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "output/records_output.h"
 #include "rw/rwcstring.h"
@@ -19,6 +20,7 @@ struct ScannedText {
   const RWCString& text;
   const RWCString& copy;
   int lead = 0;
+  bool listsRel = true;  // whether the attribute "rel" is listed
 };
 
 // Borrows everything that it is given. No value is lost: the text's own bytes are shown where the
@@ -29,6 +31,9 @@ class LinkSink final : public CZKHtmlDietVirtualQueue {
 
   bool insert(CZKHTMLDietTransactionsObject* record) override;
 
+  // Where the values that were found begin in the copy, in the order of their records.
+  const std::vector<int>& offsets() const { return offsets_; }
+
  private:
   void write(std::string_view tag, CZKHTMLDietAttributeObject& attribute);
   std::string_view asWritten(CZKHTMLDietAttributeObject& attribute) const;
@@ -37,6 +42,7 @@ class LinkSink final : public CZKHtmlDietVirtualQueue {
   RecordsOutput& records_;
   urlBase base_;
   ScannedText scanned_;
+  std::vector<int> offsets_;
 };
 
 }  // namespace pagescan::tool

@@ -13,6 +13,10 @@ constexpr std::size_t kBufferSize = 65536;
 
 }  // namespace
 
+Output::Output(int descriptor) : descriptor_(descriptor) {
+  buffer_.reserve(kBufferSize);
+}
+
 void Output::write(std::string_view bytes) {
   if (buffer_.size() + bytes.size() > kBufferSize) flush();
   if (bytes.size() > kBufferSize) {

@@ -11,8 +11,9 @@ namespace pagescan::tool {
 
 class Output {
  public:
-  explicit Output(int descriptor) : descriptor_(descriptor) {}
+  explicit Output(int descriptor);
 
+  // Allocates nothing: what is written out of memory is written all the same.
   void write(std::string_view bytes);
   void flush();
 

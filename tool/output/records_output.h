@@ -1,22 +1,22 @@
-// Records on their way out: as a table for people or as JSON Lines for programs.
-// docs/tool.md describes both.
+// Records on their way out: as a table for people, as JSON Lines for programs, or their URLs alone.
+// docs/tool.md describes them.
 #ifndef PAGESCAN_TOOL_RECORDS_OUTPUT_H
 #define PAGESCAN_TOOL_RECORDS_OUTPUT_H
 
-#include <CLI/CLI.hpp>
 #include <string>
 #include <string_view>
 
-#include "command_line.h"
+#include "input_files.h"
 #include "output/output.h"
+#include "output/url_list.h"
 
 namespace pagescan::tool {
 
 // What the commands that list records have in common.
 struct RecordsOptions {
   std::string base;
-  std::string format;  // "table", "jsonl", or empty for the one that suits the output
-  Names files;
+  std::string format;  // "table", "jsonl", "urls", or empty for the one that suits the output
+  InputFiles files;
 };
 
 void addRecordsOptions(CLI::App& command, RecordsOptions& options);
@@ -43,8 +43,9 @@ class RecordsOutput {
   void writeObject(const Link& link);
 
   Output& output_;
-  bool asTable_;
+  std::string format_;
   bool namesInputs_;
+  UrlList urls_;
   std::string inputName_;
   bool needsHeading_ = true;
   bool isFirstTable_ = true;

@@ -1,4 +1,4 @@
-#include "commands/utf8_text.h"
+#include "output/utf8_text.h"
 
 #include <algorithm>
 #include <iterator>

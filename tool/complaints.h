@@ -1,0 +1,16 @@
+// What is told about wrong usage.
+#ifndef PAGESCAN_TOOL_COMPLAINTS_H
+#define PAGESCAN_TOOL_COMPLAINTS_H
+
+#include <CLI/CLI.hpp>
+#include <string>
+
+namespace pagescan::tool {
+
+// The complaint as a plain sentence, with a pointer to the help that tells more. Nothing that the
+// user typed can act on the terminal.
+std::string complaintAbout(const CLI::App* app, const CLI::Error& error);
+
+}  // namespace pagescan::tool
+
+#endif

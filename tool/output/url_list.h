@@ -1,0 +1,29 @@
+// UrlList: URLs on their way out, a line each, every one once.
+#ifndef PAGESCAN_TOOL_URL_LIST_H
+#define PAGESCAN_TOOL_URL_LIST_H
+
+#include <string>
+#include <string_view>
+#include <unordered_set>
+
+#include "output/output.h"
+
+namespace pagescan::tool {
+
+// On a terminal nothing in a URL can act on it: see printable().
+class UrlList {
+ public:
+  explicit UrlList(Output& output) : output_(output), isForPeople_(output.isTerminal()) {}
+
+  // Writes the URL, unless it is empty or was written before.
+  void write(std::string_view url);
+
+ private:
+  Output& output_;
+  bool isForPeople_;
+  std::unordered_set<std::string> written_;
+};
+
+}  // namespace pagescan::tool
+
+#endif
