@@ -1,28 +1,66 @@
-# fish completion for pagescan
-
-set -l flavours none browser escape uri uri-component browser-sign chrome chrome94 siebel
+# fish completion for pagescan. Made by pagescan_documents: do not edit.
 
 complete -c pagescan -f
-complete -c pagescan -l help -s h -d 'Print help and exit'
+complete -c pagescan -n __fish_use_subcommand -s h -l help -d 'Print this help and exit'
 complete -c pagescan -n __fish_use_subcommand -l version -d 'Print the version and exit'
+complete -c pagescan -n __fish_use_subcommand -a help -d 'Prints the help of a command'
+complete -c pagescan -n '__fish_seen_subcommand_from help' -a 'links css encode decode flavour entities utf8 scrub'
 
-complete -c pagescan -n __fish_use_subcommand -a links -d 'List the URL-bearing attributes of pages'
-complete -c pagescan -n __fish_use_subcommand -a css -d 'List the URLs of style text'
-complete -c pagescan -n __fish_use_subcommand -a encode -d 'Percent-encode text'
-complete -c pagescan -n __fish_use_subcommand -a decode -d 'Decode percent-encoded text'
-complete -c pagescan -n __fish_use_subcommand -a flavour -d 'Name the flavours of a query string'
-complete -c pagescan -n __fish_use_subcommand -a entities -d 'Decode character references'
-complete -c pagescan -n __fish_use_subcommand -a utf8 -d 'Convert to or from UTF-8'
-complete -c pagescan -n __fish_use_subcommand -a scrub -d 'Blank scripts and comments, empty handlers and elements'
+complete -c pagescan -n __fish_use_subcommand -a links -d 'Lists the URL-bearing attributes of pages, one a line'
+complete -c pagescan -n '__fish_seen_subcommand_from links' -F
+complete -c pagescan -n '__fish_seen_subcommand_from links' -s h -l help -d 'Print this help and exit'
+complete -c pagescan -n '__fish_seen_subcommand_from links' -l no-rel -d 'Leave out the attribute rel of LINK, which holds no URL'
+complete -c pagescan -n '__fish_seen_subcommand_from links' -l base -x -d 'The URL that the text came from, against which values are resolved'
+complete -c pagescan -n '__fish_seen_subcommand_from links' -l format -x -a 'table jsonl urls' -d 'How the list is written'
+complete -c pagescan -n '__fish_seen_subcommand_from links' -l files-from -r -F -d 'Read the files named in FILE too, a name a line'
+complete -c pagescan -n '__fish_seen_subcommand_from links' -s 0 -l null -d 'The names in that FILE end with NUL bytes, as find -print0 writes them'
 
-complete -c pagescan -n '__fish_seen_subcommand_from links css entities utf8 scrub' -F
-complete -c pagescan -n '__fish_seen_subcommand_from links css' -l base -x -d 'The URL that the text came from'
-complete -c pagescan -n '__fish_seen_subcommand_from links css' -l format -x -a 'table jsonl' -d 'How records are written'
-complete -c pagescan -n '__fish_seen_subcommand_from css' -l declarations -d 'The text is bare declarations'
-complete -c pagescan -n '__fish_seen_subcommand_from encode decode' -l flavour -x -a "$flavours" -d 'Whose way of encoding it is'
+complete -c pagescan -n __fish_use_subcommand -a css -d 'Lists the URLs of style text, url(...) and @import, in the form of links, each as the src of an IMG'
+complete -c pagescan -n '__fish_seen_subcommand_from css' -F
+complete -c pagescan -n '__fish_seen_subcommand_from css' -s h -l help -d 'Print this help and exit'
+complete -c pagescan -n '__fish_seen_subcommand_from css' -l declarations -d 'The text is bare declarations, as in a style attribute'
+complete -c pagescan -n '__fish_seen_subcommand_from css' -l base -x -d 'The URL that the text came from, against which values are resolved'
+complete -c pagescan -n '__fish_seen_subcommand_from css' -l format -x -a 'table jsonl urls' -d 'How the list is written'
+complete -c pagescan -n '__fish_seen_subcommand_from css' -l files-from -r -F -d 'Read the files named in FILE too, a name a line'
+complete -c pagescan -n '__fish_seen_subcommand_from css' -s 0 -l null -d 'The names in that FILE end with NUL bytes, as find -print0 writes them'
+
+complete -c pagescan -n __fish_use_subcommand -a encode -d 'Percent-encodes text'
+complete -c pagescan -n '__fish_seen_subcommand_from encode' -s h -l help -d 'Print this help and exit'
+complete -c pagescan -n '__fish_seen_subcommand_from encode' -l flavour -x -a 'none browser escape uri uri-component browser-sign chrome chrome94 siebel' -d 'Whose way of encoding it is'
+complete -c pagescan -n '__fish_seen_subcommand_from encode' -l lines -d 'Each line of standard input is a text of its own, with a result a line'
+
+complete -c pagescan -n __fish_use_subcommand -a decode -d 'Decodes percent-encoded text'
+complete -c pagescan -n '__fish_seen_subcommand_from decode' -s h -l help -d 'Print this help and exit'
+complete -c pagescan -n '__fish_seen_subcommand_from decode' -l flavour -x -a 'none browser escape uri uri-component browser-sign chrome chrome94 siebel' -d 'Whose way of encoding it is'
+complete -c pagescan -n '__fish_seen_subcommand_from decode' -l lines -d 'Each line of standard input is a text of its own, with a result a line'
+
+complete -c pagescan -n __fish_use_subcommand -a flavour -d 'Names the flavours of which a query string is the canonical form'
+complete -c pagescan -n '__fish_seen_subcommand_from flavour' -s h -l help -d 'Print this help and exit'
+complete -c pagescan -n '__fish_seen_subcommand_from flavour' -l lines -d 'Each line of standard input is a text of its own, with a result a line'
+complete -c pagescan -n '__fish_seen_subcommand_from flavour' -l format -x -a 'text jsonl' -d 'How the answer is written'
+
+complete -c pagescan -n __fish_use_subcommand -a entities -d 'Decodes character references to ISO-8859-1 bytes'
+complete -c pagescan -n '__fish_seen_subcommand_from entities' -F
+complete -c pagescan -n '__fish_seen_subcommand_from entities' -s h -l help -d 'Print this help and exit'
+complete -c pagescan -n '__fish_seen_subcommand_from entities' -l utf8 -d 'Write what is decoded in UTF-8'
+complete -c pagescan -n '__fish_seen_subcommand_from entities' -l files-from -r -F -d 'Read the files named in FILE too, a name a line'
+complete -c pagescan -n '__fish_seen_subcommand_from entities' -s 0 -l null -d 'The names in that FILE end with NUL bytes, as find -print0 writes them'
+
+complete -c pagescan -n __fish_use_subcommand -a utf8 -d 'Converts to or from UTF-8, where the text needs it'
+complete -c pagescan -n '__fish_seen_subcommand_from utf8' -F
+complete -c pagescan -n '__fish_seen_subcommand_from utf8' -s h -l help -d 'Print this help and exit'
 complete -c pagescan -n '__fish_seen_subcommand_from utf8' -l to -x -a 'utf8 ansi' -d 'Where to'
-complete -c pagescan -n '__fish_seen_subcommand_from utf8' -l code-page -x -a "(iconv -l 2>/dev/null | string replace -r '//.*' '')" -d 'The other character set'
-complete -c pagescan -n '__fish_seen_subcommand_from scrub' -l scripts -d 'Blank the bodies of scripts'
-complete -c pagescan -n '__fish_seen_subcommand_from scrub' -l comments -d 'Blank comments'
-complete -c pagescan -n '__fish_seen_subcommand_from scrub' -l handlers -d 'Empty event handlers'
-complete -c pagescan -n '__fish_seen_subcommand_from scrub' -l tag -x -d 'Empty these elements'
+complete -c pagescan -n '__fish_seen_subcommand_from utf8' -l code-page -x -a "(iconv -l 2>/dev/null | sed 's,//.*,,')" -d 'The other character set, ISO-8859-1 by default'
+complete -c pagescan -n '__fish_seen_subcommand_from utf8' -l check -d 'Only tell what each input is'
+complete -c pagescan -n '__fish_seen_subcommand_from utf8' -l files-from -r -F -d 'Read the files named in FILE too, a name a line'
+complete -c pagescan -n '__fish_seen_subcommand_from utf8' -s 0 -l null -d 'The names in that FILE end with NUL bytes, as find -print0 writes them'
+
+complete -c pagescan -n __fish_use_subcommand -a scrub -d 'Blanks scripts and comments, empties event handlers and elements'
+complete -c pagescan -n '__fish_seen_subcommand_from scrub' -F
+complete -c pagescan -n '__fish_seen_subcommand_from scrub' -s h -l help -d 'Print this help and exit'
+complete -c pagescan -n '__fish_seen_subcommand_from scrub' -l scripts -d 'Script bodies become blanks'
+complete -c pagescan -n '__fish_seen_subcommand_from scrub' -l comments -d 'Comments become <p>, blanks, </p>, up to the first stray -->'
+complete -c pagescan -n '__fish_seen_subcommand_from scrub' -l handlers -d 'onload, onmouseover and onmouseout lose their values'
+complete -c pagescan -n '__fish_seen_subcommand_from scrub' -l tag -x -d 'Elements whose name begins with NAME become <NAME></NAME>'
+complete -c pagescan -n '__fish_seen_subcommand_from scrub' -l files-from -r -F -d 'Read the files named in FILE too, a name a line'
+complete -c pagescan -n '__fish_seen_subcommand_from scrub' -s 0 -l null -d 'The names in that FILE end with NUL bytes, as find -print0 writes them'
