@@ -1,6 +1,7 @@
 #include "url/resolver.h"
 
 #include "url/parser.h"
+#include "url/plain_links.h"
 
 namespace pagescan::internal {
 
@@ -10,6 +11,7 @@ Encoding queryEncodingForLabel(std::string_view label) {
 }
 
 bool resolveInto(std::string& out, std::string_view url, const Base& base, Encoding queryEncoding) {
+  if (PlainLinks(base).resolve(out, url)) return true;
   queryEncoding = outputEncodingOf(queryEncoding);
   UrlOffsets at;
   if (base.url() == nullptr) return parseUrl(out, at, url, nullptr, queryEncoding);

@@ -62,7 +62,12 @@ bool Url::hasOpaquePath() const {
   return !host() && (path().empty() || path().front() != '/');
 }
 
-Base::Base(Url url) : url_(std::move(url)) {}
+Base::Base(Url url) : url_(std::move(url)) {
+  const internal::SchemeKind kind = internal::schemeKindOf(url_->scheme());
+  if (kind != internal::SchemeKind::http && kind != internal::SchemeKind::https) return;
+  const UrlOffsets& at = url_->offsets();
+  directoryEnd_ = at.pathBegin + url_->path().rfind('/') + 1;
+}
 
 std::optional<Base> Base::parse(std::string_view url) {
   std::optional<Url> parsed = Url::parse(url);
