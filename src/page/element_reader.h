@@ -148,9 +148,10 @@ class ElementReader {
 
   // The number of a tag's name. That of an unknown one is made for a start tag only.
   NameNumber numberOf(const TagBytes& tag, bool isStart) {
-    const std::string_view name = tag.nameBytes();
-    const NameId known = findElement(name.data(), name.size(), page_.data() + page_.size());
-    if (known != kUnknownName) return known;
+    const NameId known = findElement(tag.name, tag.key);
+    return known != kUnknownName ? known : numberOfUnknown(tag.nameBytes(), isStart);
+  }
+  NameNumber numberOfUnknown(std::string_view name, bool isStart) {
     if (options_.elements != nullptr) {
       if (const NameId extra = options_.elements->find(name); extra != kUnknownName) return extra;
     }
@@ -217,7 +218,7 @@ void ElementReader<Handler, Attributes>::fillTag(const TagBytes& tag, const Attr
   tag_.begin = offset(tag.begin);
   tag_.end = offset(tag.end);
   tag_.nameBegin = offset(tag.name);
-  tag_.nameEnd = offset(tag.nameEnd);
+  tag_.nameEnd = offset(tag.name + tag.key.length);
   tag_.space = verdict.space;
   tag_.name = nameId(verdict.name);
   tag_.merged = verdict.kind == Verdict::merged;

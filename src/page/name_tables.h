@@ -1,28 +1,128 @@
-// A table that finds names by their keys, built at compile time.
+// Finds names where they stand in a page: their ends, and their numbers.
+//
+// Eight bytes are looked at together. A name's key is made of bytes that are at hand then; a table
+// built at compile time holds the keys of the known names.
 #ifndef PAGESCAN_PAGE_NAME_TABLES_H
 #define PAGESCAN_PAGE_NAME_TABLES_H
 
 #include <array>
 #include <bit>
+#include <cstring>
 #include <string_view>
 
+#include "base/byte_class.h"
 #include "page/names.h"
 
 namespace pagescan::internal {
+
+static_assert(std::endian::native == std::endian::little, "a key's first byte is its lowest");
+
+// The white space of the tokenizer, and what ends names.
+inline constexpr ByteClass kTagWhiteSpace = ByteClass::of("\t\n\f\r ");
+inline constexpr ByteClass kTagNameEnd = kTagWhiteSpace | ByteClass::of("/>");
+inline constexpr ByteClass kAttributeNameEnd = kTagNameEnd | ByteClass::of("=");
+
+// ASCII capitals of eight bytes to lower case, all other bytes as they are.
+constexpr std::uint64_t lowerCased(std::uint64_t word) {
+  constexpr std::uint64_t kOnes = 0x0101010101010101;
+  const std::uint64_t low = word & (0x7f * kOnes);
+  const std::uint64_t fromA = low + (0x80 - 'A') * kOnes;
+  const std::uint64_t pastZ = low + (0x7f - 'Z') * kOnes;
+  return word | ((fromA ^ pastZ) & ~word & (0x80 * kOnes)) >> 2;
+}
+
+// What tells a name from others: its length and its first and last eight bytes in lower case.
+struct NameKey {
+  std::uint64_t head = 0;  // a shorter name at its upper end
+  std::uint64_t tail = 0;  // 0 for names of up to eight bytes
+  std::uint64_t length = 0;
+
+  constexpr bool operator==(const NameKey&) const = default;
+
+  constexpr std::uint64_t hash() const {
+    const std::uint64_t mixed =
+        (head ^ (tail >> 29) ^ (tail << 17) ^ length) * std::uint64_t{0x9E3779B97F4A7C15};
+    return mixed >> 48;
+  }
+};
+
+inline std::uint64_t wordAt(const char* at) {
+  std::uint64_t word;
+  std::memcpy(&word, at, sizeof word);
+  return word;
+}
+
+// A name and where it ends.
+struct ScannedName {
+  const char* end;
+  NameKey key;
+};
+
+// The high bit of each byte that is below `limit` or equal to one of `others`. Bits above the
+// lowest one set may be wrong.
+template <char... kOthers>
+constexpr std::uint64_t bytesThatEnd(std::uint64_t word) {
+  constexpr std::uint64_t kOnes = 0x0101010101010101;
+  const std::uint64_t low = (word - (' ' + 1) * kOnes) & ~word;
+  const auto equal = [word](char c) {
+    const std::uint64_t differing = word ^ (static_cast<unsigned char>(c) * kOnes);
+    return (differing - kOnes) & ~differing;
+  };
+  return (low | ... | equal(kOthers)) & (0x80 * kOnes);
+}
+
+// Reads a name a byte at a time: near the end of the page, and where a control character stands.
+ScannedName scanNameSlowly(const char* name, const char* end, const ByteClass& stop);
+
+// The name that starts at `name`, which is not empty: its first byte belongs to it in any case.
+// kOthers  what ends it besides white space
+template <char... kOthers>
+ScannedName scanName(const char* name, const char* end, const ByteClass& stop) {
+  constexpr std::ptrdiff_t kWord = 8;
+  if (end - name >= kWord) {
+    const std::uint64_t word = wordAt(name);
+    // The first byte is not asked.
+    const std::uint64_t ends = bytesThatEnd<kOthers...>(word) & ~std::uint64_t{0xFF};
+    if (ends != 0) {
+      const int length = std::countr_zero(ends) / 8;
+      if (stop.contains(name[length])) {
+        const auto bits = static_cast<unsigned>(64 - 8 * length);
+        return {name + length, {lowerCased(word << bits), 0, static_cast<std::uint64_t>(length)}};
+      }
+    } else {
+      for (const char* at = name + kWord; end - at >= kWord; at += kWord) {
+        const std::uint64_t more = bytesThatEnd<kOthers...>(wordAt(at));
+        if (more == 0) continue;
+        at += std::countr_zero(more) / 8;
+        if (!stop.contains(*at)) break;
+        if (at == name + kWord) return {at, {lowerCased(word), 0, 8}};
+        return {at,
+                {lowerCased(word), lowerCased(wordAt(at - kWord)),
+                 static_cast<std::uint64_t>(at - name)}};
+      }
+    }
+  }
+  return scanNameSlowly(name, end, stop);
+}
+
+inline ScannedName scanTagName(const char* name, const char* end) {
+  return scanName<'/', '>'>(name, end, kTagNameEnd);
+}
+inline ScannedName scanAttributeName(const char* name, const char* end) {
+  return scanName<'/', '>', '='>(name, end, kAttributeNameEnd);
+}
 
 constexpr std::uint64_t nameWord(std::string_view bytes) {
   std::uint64_t value = 0;
   for (std::size_t i = 0; i < bytes.size(); ++i) {
     value |= std::uint64_t{static_cast<unsigned char>(bytes[i])} << (8 * (8 - bytes.size() + i));
   }
-  return value;
+  return lowerCased(value);
 }
 
-// The key of a name in lower case, as nameKey() makes it from a page on a little-endian machine.
 constexpr NameKey keyOfName(std::string_view name) {
-  if (name.size() <= 8) return {nameWord(name), 0, static_cast<std::uint32_t>(name.size())};
-  return {nameWord(name.substr(0, 8)), nameWord(name.substr(name.size() - 8)),
-          static_cast<std::uint32_t>(name.size())};
+  if (name.size() <= 8) return {nameWord(name), 0, name.size()};
+  return {nameWord(name.substr(0, 8)), nameWord(name.substr(name.size() - 8)), name.size()};
 }
 
 // kCount names, of which the first stands for no name, in kSlots places: a power of two, at least
@@ -41,7 +141,7 @@ class NameHash {
   }
 
   // The number of the name with this key, or 0. What lies between head and tail is not compared.
-  constexpr NameId find(const NameKey& key) const {
+  NameId find(const NameKey& key) const {
     for (std::size_t slot = key.hash() % kSlots;; slot = (slot + 1) % kSlots) {
       const NameId found = slots_[slot];
       if (found == 0 || keys_[found] == key) return found;
@@ -52,6 +152,26 @@ class NameHash {
   std::array<NameId, kSlots> slots_{};
   std::array<NameKey, kCount> keys_{};
 };
+
+extern const NameHash<kElementCount, 1024> kElementHash;
+extern const NameHash<kAttributeCount, 256> kAttributeHash;
+
+// Whether a name of more than 16 bytes is the known one that its key found.
+bool isElementName(NameId element, std::string_view name);
+bool isAttributeName(NameId attribute, std::string_view name);
+
+// The number of a name as scanned, or kUnknownName. A name with a NUL byte, which stands for
+// U+FFFD, is never known.
+inline NameId findElement(const char* name, const NameKey& key) {
+  const NameId found = kElementHash.find(key);
+  if (key.length <= 16 || found == kUnknownName) return found;
+  return isElementName(found, {name, key.length}) ? found : kUnknownName;
+}
+inline NameId findAttribute(const char* name, const NameKey& key) {
+  const NameId found = kAttributeHash.find(key);
+  if (key.length <= 16 || found == kUnknownName) return found;
+  return isAttributeName(found, {name, key.length}) ? found : kUnknownName;
+}
 
 }  // namespace pagescan::internal
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "base/byte_class.h"
 #include "page/name_tables.h"
 
 namespace pagescan::internal {
@@ -58,21 +57,9 @@ constexpr std::string_view kSvgSpellings[] = {
 };
 static_assert(std::size(kSvgSpellings) == 37);
 
-constexpr NameHash<kElementCount, 1024> kElementHash(kElements);
-constexpr NameHash<kAttributeCount, 256> kAttributeHash(kAttributes);
-
 bool equalIgnoringCase(std::string_view lower, std::string_view name) {
   return std::equal(lower.begin(), lower.end(), name.begin(), name.end(),
                     [](char a, char b) { return a == toLower(b); });
-}
-
-template <class Hash, class Names>
-NameId find(const Hash& hash, const Names& names, const char* name, std::size_t length,
-            const char* end) {
-  if (length == 0) return kUnknownName;
-  const NameId found = hash.find(nameKey(name, length, end));
-  if (length <= 16 || found == kUnknownName) return found;
-  return equalIgnoringCase(names[found], {name, length}) ? found : kUnknownName;
 }
 
 }  // namespace
@@ -93,12 +80,29 @@ std::string_view svgElementName(NameId element) {
   return name;
 }
 
-NameId findElement(const char* name, std::size_t length, const char* end) {
-  return find(kElementHash, kElements, name, length, end);
+constinit const NameHash<kElementCount, 1024> kElementHash(kElements);
+constinit const NameHash<kAttributeCount, 256> kAttributeHash(kAttributes);
+
+bool isElementName(NameId element, std::string_view name) {
+  return equalIgnoringCase(kElements[element], name);
 }
 
-NameId findAttribute(const char* name, std::size_t length, const char* end) {
-  return find(kAttributeHash, kAttributes, name, length, end);
+bool isAttributeName(NameId attribute, std::string_view name) {
+  return equalIgnoringCase(kAttributes[attribute], name);
+}
+
+ScannedName scanNameSlowly(const char* name, const char* end, const ByteClass& stop) {
+  const char* at = name + 1;
+  while (at != end && !stop.contains(*at)) ++at;
+  return {at, keyOfName({name, static_cast<std::size_t>(at - name)})};
+}
+
+NameId findElement(std::string_view name) {
+  return name.empty() ? kUnknownName : findElement(name.data(), keyOfName(name));
+}
+
+NameId findAttribute(std::string_view name) {
+  return name.empty() ? kUnknownName : findAttribute(name.data(), keyOfName(name));
 }
 
 NameId ExtraNames::add(std::string_view name) {

@@ -3,9 +3,7 @@
 namespace pagescan::internal {
 
 OpenElements::OpenElements(std::size_t nameCount)
-    : newestHtml_(nameCount, kNone), newestForeign_(nameCount, kNone) {
-  entries_.reserve(64);
-}
+    : entries_(64), newestHtml_(nameCount, kNone), newestForeign_(nameCount, kNone) {}
 
 void OpenElements::reserveNames(std::size_t count) {
   if (count <= newestHtml_.size()) return;

@@ -65,8 +65,9 @@ class OpenElements {
 
   // Opens an element above all others and returns its slot.
   std::uint32_t push(Namespace space, NameNumber name, std::uint32_t begin, ElementTraits traits) {
-    const auto slot = static_cast<std::uint32_t>(entries_.size());
-    OpenElement& entry = entries_.emplace_back();
+    const std::uint32_t slot = top_ + 1;  // 0 in an empty stack
+    if (slot == entries_.size()) entries_.resize(2 * entries_.size());
+    OpenElement& entry = entries_[slot];
     entry.begin = begin;
     entry.name = name;
     entry.space = space;
@@ -98,7 +99,6 @@ class OpenElements {
     unlinkNamesake(entry);
     if (entry.has(kPopHook)) noteClosed(top_);
     top_ = entry.below;
-    entries_.resize(top_ == kNone ? 0 : top_ + 1);
     if (top_ != kNone) entries_[top_].above = kNone;
   }
 
@@ -196,7 +196,7 @@ class OpenElements {
   void relocate(std::uint32_t from, std::uint32_t to, std::uint32_t special,
                 std::uint32_t itemLimit);
 
-  std::vector<OpenElement> entries_;
+  std::vector<OpenElement> entries_;  // those above the top are free
   std::uint32_t top_ = kNone;
   std::vector<std::uint32_t> newestHtml_;     // by name
   std::vector<std::uint32_t> newestForeign_;  // of SVG and MathML together

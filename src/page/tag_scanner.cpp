@@ -13,19 +13,18 @@ KnownAttributes::KnownAttributes(std::string_view page, const ExtraNames* extras
   lastTag_.resize(names);
 }
 
-void AllAttributes::add(const char* name, const char* nameEnd, const char* value,
+void AllAttributes::add(const char* name, const NameKey& key, const char* value,
                         const char* valueEnd) {
   const auto offset = [this](const char* at) {
     return static_cast<std::uint32_t>(at - page_.data());
   };
-  const auto length = static_cast<std::size_t>(nameEnd - name);
-  const std::string own = tokenizedName({name, length});
+  const std::string own = tokenizedName({name, key.length});
   for (const TagAttribute& other : list_) {
     const auto otherLength = other.nameEnd - other.nameBegin;
     if (tokenizedName(page_.substr(other.nameBegin, otherLength)) == own) return;
   }
-  const NameId known = findAttribute(name, length, page_.data() + page_.size());
-  list_.push_back({known, offset(name), offset(nameEnd), offset(value), offset(valueEnd)});
+  list_.push_back({findAttribute(name, key), offset(name), offset(name + key.length), offset(value),
+                   offset(valueEnd)});
 }
 
 bool AttributeNames::insert(std::string_view page, const TagAttribute& attribute) {
@@ -111,8 +110,8 @@ std::string tagKind(std::string_view tag) {
   std::vector<std::pair<std::string, std::string>> attributes;
   scanAttributes(
       nameEnd, end,
-      [&](const char* name, const char* nameStop, const char* value, const char* valueStop) {
-        attributes.emplace_back(tokenizedName({name, nameStop}),
+      [&](const char* name, const NameKey& key, const char* value, const char* valueStop) {
+        attributes.emplace_back(tokenizedName({name, key.length}),
                                 decodedAttribute({value, valueStop}));
       });
   const auto byName = [](const auto& a, const auto& b) { return a.first < b.first; };

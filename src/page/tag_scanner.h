@@ -8,8 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "base/byte_class.h"
-#include "page/names.h"
+#include "page/name_tables.h"
 
 namespace pagescan::internal {
 
@@ -21,10 +20,6 @@ struct TagAttribute {
   std::uint32_t valueBegin, valueEnd;
 };
 
-// The white space of the tokenizer.
-inline constexpr ByteClass kTagWhiteSpace = ByteClass::of("\t\n\f\r ");
-inline constexpr ByteClass kTagNameEnd = kTagWhiteSpace | ByteClass::of("/>");
-inline constexpr ByteClass kAttributeNameEnd = kTagNameEnd | ByteClass::of("=");
 inline constexpr ByteClass kBareValueEnd = kTagWhiteSpace | ByteClass::of(">");
 
 struct TagEnd {
@@ -62,7 +57,7 @@ inline AttributeValue readValue(const char* afterEquals, const char* end) {
   return {at, valueEnd, valueEnd == end ? nullptr : valueEnd};
 }
 
-// Reads on after a tag's name, to its end. Calls add(name, nameEnd, value, valueEnd) for each
+// Reads on after a tag's name, to its end. Calls add(name, key, value, valueEnd) for each
 // attribute, in their order, duplicates included.
 template <class Add>
 TagEnd scanAttributes(const char* at, const char* end, Add&& add) {
@@ -76,16 +71,16 @@ TagEnd scanAttributes(const char* at, const char* end, Add&& add) {
       ++at;
     } else {
       const char* name = at;
-      const char* nameEnd = skipTo(at + 1, end, kAttributeNameEnd);  // a "=" may come first
-      at = skipTagWhiteSpace(nameEnd, end);
+      const ScannedName scanned = scanAttributeName(name, end);  // a "=" may come first
+      at = skipTagWhiteSpace(scanned.end, end);
       if (at == end) return {};
       if (*at != '=') {
-        add(name, nameEnd, nameEnd, nameEnd);
+        add(name, scanned.key, scanned.end, scanned.end);
         continue;
       }
       const AttributeValue value = readValue(at + 1, end);
       if (value.next == nullptr) return {};
-      add(name, nameEnd, value.begin, value.end);
+      add(name, scanned.key, value.begin, value.end);
       at = value.next;
     }
   }
@@ -94,7 +89,8 @@ TagEnd scanAttributes(const char* at, const char* end, Add&& add) {
 
 // After the end of the tag, without a look at its attributes.
 inline TagEnd skipAttributes(const char* at, const char* end) {
-  return scanAttributes(at, end, [](const char*, const char*, const char*, const char*) {});
+  if (at != end && *at == '>') return {at + 1, false};
+  return scanAttributes(at, end, [](const char*, const NameKey&, const char*, const char*) {});
 }
 
 // The known attributes of one tag after another; of duplicates, the first. Room for all of them is
@@ -110,22 +106,22 @@ class KnownAttributes {
     ++tag_;
   }
 
-  void add(const char* name, const char* nameEnd, const char* value, const char* valueEnd) {
-    const NameId known = find(name, nameEnd);
+  void add(const char* name, const NameKey& key, const char* value, const char* valueEnd) {
+    const NameId known = find(name, key);
     if (known == kUnknownName || lastTag_[known] == tag_) return;
     lastTag_[known] = tag_;
-    list_[count_++] = {known, offset(name), offset(nameEnd), offset(value), offset(valueEnd)};
+    list_[count_++] = {known, offset(name), offset(name + key.length), offset(value),
+                       offset(valueEnd)};
   }
 
   const TagAttribute* data() const { return list_.data(); }
   std::uint32_t size() const { return count_; }
 
  private:
-  NameId find(const char* name, const char* nameEnd) const {
-    const auto length = static_cast<std::size_t>(nameEnd - name);
-    const NameId known = findAttribute(name, length, page_.data() + page_.size());
+  NameId find(const char* name, const NameKey& key) const {
+    const NameId known = findAttribute(name, key);
     if (known != kUnknownName || extras_ == nullptr) return known;
-    return extras_->find({name, length});
+    return extras_->find({name, key.length});
   }
   std::uint32_t offset(const char* at) const {
     return static_cast<std::uint32_t>(at - page_.data());
@@ -146,7 +142,7 @@ class AllAttributes {
   AllAttributes(std::string_view page, const ExtraNames*) : page_(page) {}
 
   void clear() { list_.clear(); }
-  void add(const char* name, const char* nameEnd, const char* value, const char* valueEnd);
+  void add(const char* name, const NameKey& key, const char* value, const char* valueEnd);
   const TagAttribute* data() const { return list_.data(); }
   std::uint32_t size() const { return static_cast<std::uint32_t>(list_.size()); }
 

@@ -30,11 +30,11 @@ namespace pagescan::internal {
 struct TagBytes {
   const char* begin;  // its "<"
   const char* name;
-  const char* nameEnd;
+  NameKey key;
   const char* end;  // after its ">"
   bool selfClosing;
 
-  std::string_view nameBytes() const { return {name, static_cast<std::size_t>(nameEnd - name)}; }
+  std::string_view nameBytes() const { return {name, key.length}; }
 };
 
 template <class Sink, class Attributes>
@@ -92,19 +92,19 @@ class Tokenizer {
   }
 
   void readStartTag(const char* open) {
-    const char* const nameEnd = skipTo(open + 2, end_, kTagNameEnd);
+    const ScannedName name = scanTagName(open + 1, end_);
     attributes_.clear();
     const TagEnd tagEnd = scanAttributes(
-        nameEnd, end_,
-        [this](const char* name, const char* nameStop, const char* value, const char* valueStop) {
-          attributes_.add(name, nameStop, value, valueStop);
+        name.end, end_,
+        [this](const char* own, const NameKey& key, const char* value, const char* valueEnd) {
+          attributes_.add(own, key, value, valueEnd);
         });
     if (tagEnd.end == nullptr) {
       at_ = end_;
       return;
     }
     at_ = tagEnd.end;
-    const TagBytes tag = {open, open + 1, nameEnd, tagEnd.end, tagEnd.selfClosing};
+    const TagBytes tag = {open, open + 1, name.key, tagEnd.end, tagEnd.selfClosing};
     const ContentState state = sink_.startTag(tag, attributes_);
     if (state != ContentState::data) readRawText(state, tag.nameBytes());
   }
@@ -115,14 +115,14 @@ class Tokenizer {
       return;
     }
     if (!kLetters.contains(open[2])) return readBogusComment(open + 2);
-    const char* const nameEnd = skipTo(open + 3, end_, kTagNameEnd);
-    const TagEnd tagEnd = skipAttributes(nameEnd, end_);
+    const ScannedName name = scanTagName(open + 2, end_);
+    const TagEnd tagEnd = skipAttributes(name.end, end_);
     if (tagEnd.end == nullptr) {
       at_ = end_;
       return;
     }
     at_ = tagEnd.end;
-    sink_.endTag({open, open + 2, nameEnd, tagEnd.end, tagEnd.selfClosing});
+    sink_.endTag({open, open + 2, name.key, tagEnd.end, tagEnd.selfClosing});
   }
 
   // After "<!" or "<?".
