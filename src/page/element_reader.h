@@ -113,6 +113,8 @@ class ElementReader {
   QuirksMode quirks() const { return builder_.quirks(); }
   // Whether an html element of this name is open.
   bool isOpen(Element element) const { return builder_.isOpen(element); }
+  // The same, the element of the tag that is being reported not counted.
+  bool isOpenAround(Element element) const { return builder_.isOpenAround(element, tag_.begin); }
 
   // --- the tokenizer's sink ---
   ContentState startTag(const TagBytes& tag, const Attributes& attributes);

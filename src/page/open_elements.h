@@ -114,6 +114,11 @@ class OpenElements {
     return name < newestForeign_.size() ? newestForeign_[name] : kNone;
   }
   bool isOpen(Element element) const { return newest(element) != kNone; }
+  // Whether one is open that does not begin at `tag`, as the newest may.
+  bool isOpenAround(Element element, std::uint32_t tag) const {
+    const std::uint32_t slot = newest(element);
+    return slot != kNone && (at(slot).begin != tag || at(slot).olderNamesake != kNone);
+  }
 
   std::uint32_t newestOfAny(std::initializer_list<Element> elements) const {
     std::uint32_t found = 0;  // one more than the slot

@@ -95,6 +95,9 @@ class TreeBuilder {
   bool readsCdata() const { return !open_.empty() && currentIsForeign(); }
   QuirksMode quirks() const { return quirks_; }
   bool isOpen(Element element) const { return open_.isOpen(element); }
+  bool isOpenAround(Element element, std::uint32_t tag) const {
+    return open_.isOpenAround(element, tag);
+  }
   bool inTemplate() const { return templates_ > shadowTemplates_; }
   bool inShadow() const { return shadowTemplates_ > 0; }
   std::uint32_t currentBegin() const { return open_.current().begin; }
