@@ -44,6 +44,21 @@ RawCharacter characterIn(std::string_view raw, Encoding encoding, std::size_t at
   });
 }
 
+// Characters as they stand before ASCII, as those of a page do. In gb18030 that matters: of an
+// unfinished one the digits stay, while at the end of a text all of it is one U+FFFD.
+std::string beforeAscii(std::string_view raw) {
+  return std::string(raw) + ' ';
+}
+
+bool dependsOnEnd(Encoding encoding) {
+  return encoding == Encoding::gb18030 || encoding == Encoding::gbk;
+}
+
+RawCharacter characterBeforeAscii(std::string_view raw, Encoding encoding, std::size_t at) {
+  return dependsOnEnd(encoding) ? characterIn(beforeAscii(raw), encoding, at)
+                                : characterIn(raw, encoding, at);
+}
+
 }  // namespace
 
 void DecodedText::start(std::string_view source) {
@@ -82,7 +97,12 @@ void DecodedText::appendEncoded(std::size_t begin, std::size_t end, Encoding enc
   const std::string_view raw = source_.substr(begin, end - begin);
   if (encoding == Encoding::utf8 && isWellFormedUtf8(raw)) return appendAsIs(begin, end);
   std::string utf8;
-  appendDecoded(utf8, raw, encoding);
+  if (dependsOnEnd(encoding)) {
+    appendDecoded(utf8, beforeAscii(raw), encoding);
+    utf8.pop_back();
+  } else {
+    appendDecoded(utf8, raw, encoding);
+  }
   encoding_ = encoding;
   append({0, offset32(begin), offset32(end), Spelling::encoded}, utf8);
 }
@@ -105,7 +125,7 @@ std::size_t DecodedText::rawBegin(std::size_t at) const {
   const Run& run = runAt(at);
   if (run.spelling == Spelling::asIs) return run.rawBegin + (at - run.text);
   if (run.spelling == Spelling::whole) return run.rawBegin;
-  return run.rawBegin + characterIn(rawOf(run), encoding_, at - run.text).begin;
+  return run.rawBegin + characterBeforeAscii(rawOf(run), encoding_, at - run.text).begin;
 }
 
 std::size_t DecodedText::rawEnd(std::size_t at) const {
@@ -114,7 +134,7 @@ std::size_t DecodedText::rawEnd(std::size_t at) const {
   const Run& run = runAt(std::min(at, text().size()) - 1);
   if (run.spelling == Spelling::asIs) return run.rawBegin + (at - run.text);
   if (run.spelling == Spelling::whole) return run.rawEnd;
-  return run.rawBegin + characterIn(rawOf(run), encoding_, at - 1 - run.text).end;
+  return run.rawBegin + characterBeforeAscii(rawOf(run), encoding_, at - 1 - run.text).end;
 }
 
 std::string_view DecodedText::rawOf(const Run& run) const {
