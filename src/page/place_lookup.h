@@ -1,0 +1,56 @@
+// Finds the rows of the table of places for an element and an attribute, by tables that are made at
+// compile time: an attribute that is no place costs two look-ups.
+#ifndef PAGESCAN_PAGE_PLACE_LOOKUP_H
+#define PAGESCAN_PAGE_PLACE_LOOKUP_H
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+#include "page/element_traits.h"
+#include "page/names.h"
+#include "page/places.h"
+
+namespace pagescan::internal {
+
+inline constexpr std::size_t kSpaceCount = 3;  // html, svg, mathml: Namespace and PlaceSpace
+inline constexpr std::size_t kPlaceClassCount = 61;
+
+// Elements with the same rows are a class. Rows are numbered from 1; 0 is none. The attribute
+// kUnknownName stands for the text of an element.
+struct PlaceTables {
+  std::array<std::array<std::uint8_t, kElementCount>, kSpaceCount> classOf{};
+  std::array<std::array<std::uint8_t, kAttributeCount>, kPlaceClassCount> first{};
+  std::array<std::uint8_t, kPlaceCount> next{};  // the later row for the same attribute
+  std::size_t classCount = 0;
+};
+static_assert(kPlaceCount < 256);
+
+extern const std::array<Place, kPlaceCount> kPlaces;
+extern const PlaceTables kPlaceTables;
+
+// The first row for an attribute of an element, whatever its profile; nullptr: none.
+inline const Place* firstPlace(Namespace space, NameId element, NameId attribute) {
+  if (element >= kElementCount) element = kUnknownName;  // of a user's own table
+  if (attribute >= kAttributeCount) return nullptr;
+  const std::uint8_t number = kPlaceTables.classOf[static_cast<std::size_t>(space)][element];
+  const std::uint8_t row = kPlaceTables.first[number][attribute];
+  return row == 0 ? nullptr : &kPlaces[row - 1];
+}
+
+// Whether a row is for an element.
+bool isFor(const Place& place, Namespace space, NameId element);
+
+// The next row after `place` that is for the element; nullptr: none.
+inline const Place* nextPlace(const Place* place, Namespace space, NameId element) {
+  for (;;) {
+    const std::uint8_t row = kPlaceTables.next[static_cast<std::size_t>(place - kPlaces.data())];
+    if (row == 0) return nullptr;
+    place = &kPlaces[row - 1];
+    if (isFor(*place, space, element)) return place;
+  }
+}
+
+}  // namespace pagescan::internal
+
+#endif
