@@ -183,7 +183,6 @@ class PAGESCAN_PAGE_EXPORT Page {
   const std::string& base() const;
 
  private:
-  friend class LineIndex;
   struct State;
   std::unique_ptr<State> state_;
 };

@@ -45,7 +45,6 @@ class PAGESCAN_PAGE_EXPORT StyleSheet {
   std::string_view encoding() const;
 
  private:
-  friend class LineIndex;
   struct State;
   std::unique_ptr<State> state_;
 };

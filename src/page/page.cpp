@@ -1,109 +1,91 @@
-// The references of a page.
+// The public face of a page's reading.
 #include "pagescan/page.h"
 
 #include <limits>
+#include <utility>
 
-#include "pagescan/style_sheet.h"
+#include "page/page_reading.h"
+#include "page/reference_ids.h"
+#include "page/resolving.h"
+#include "page/source_names.h"
+#include "page/values.h"
 
 namespace pagescan {
 
-// Stub: holds the bytes, finds nothing yet.
 struct Page::State {
   std::string_view bytes;
-  std::string base;
+  std::unique_ptr<internal::PageReading> reading;  // none: the page is too large
   std::vector<Reference> references;
+  Places places;  // what the reading's table is part of
+  std::string base;
 };
 
-struct Places::Table {};
-
-Places::Places() = default;
-std::optional<Places> Places::parse(std::string_view, std::string*) {
-  return Places();
+Page::Page(std::string_view bytes, const PageOptions& options) : state_(std::make_unique<State>()) {
+  state_->bytes = bytes;
+  if (options.places != nullptr) state_->places = *options.places;
+  PageOptions used = options;
+  used.places = options.places == nullptr ? nullptr : &state_->places;
+  const bool isTooLarge = bytes.size() > std::numeric_limits<std::uint32_t>::max();
+  state_->reading = internal::readPage(isTooLarge ? std::string_view() : bytes, used);
+  state_->references = state_->reading->references.take();
+  const internal::Documents& documents = state_->reading->documents;
+  const Url* const base = documents.base(documents[0].url).url();
+  if (base != nullptr) state_->base = base->href();
 }
 
-Page::Page(std::string_view bytes, const PageOptions& options)
-    : state_(new State{bytes, std::string(options.url), {}}) {}
 Page::Page(Page&&) noexcept = default;
 Page& Page::operator=(Page&&) noexcept = default;
 Page::~Page() = default;
 
 std::string_view Page::error() const {
-  return state_->bytes.size() > std::numeric_limits<std::uint32_t>::max()
-             ? "the page has more than 4294967295 bytes"
-             : "";
+  const bool isTooLarge = state_->bytes.size() > std::numeric_limits<std::uint32_t>::max();
+  return isTooLarge ? "the page has more than 4294967295 bytes" : "";
 }
+
 std::string_view Page::bytes() const {
   return state_->bytes;
 }
+
 const std::vector<Reference>& Page::references() const {
   return state_->references;
 }
+
 std::string_view Page::raw(const Reference& reference) const {
   return state_->bytes.substr(reference.span.begin, reference.span.end - reference.span.begin);
 }
+
 std::string Page::value(const Reference& reference) const {
-  return std::string(raw(reference));
+  return std::string(internal::ValueReader(*state_->reading).read(reference));
 }
-std::optional<std::string> Page::url(const Reference&) const {
-  return std::nullopt;
+
+std::optional<std::string> Page::url(const Reference& reference) const {
+  std::string result;
+  if (!urlInto(reference, result)) return std::nullopt;
+  return result;
 }
-bool Page::urlInto(const Reference&, std::string& result) const {
+
+bool Page::urlInto(const Reference& reference, std::string& result) const {
+  if (internal::resolveReference(*state_->reading, reference, result)) return true;
   result.clear();
   return false;
 }
-std::string Page::element(const Reference&) const {
-  return {};
+
+std::string Page::element(const Reference& reference) const {
+  return internal::elementNameOf(*state_->reading, reference);
 }
-std::string_view Page::attribute(const Reference&) const {
-  return {};
+
+std::string_view Page::attribute(const Reference& reference) const {
+  const internal::NameId name = reference.attribute;
+  if (name < internal::kAttributeCount) return internal::attributeName(name);
+  return state_->places.table()->attributes.name(name);
 }
+
 std::string_view Page::encoding() const {
-  return "windows-1252";
+  return internal::nameOf(state_->reading->encoding);
 }
+
 const std::string& Page::base() const {
   return state_->base;
-}
-
-struct StyleSheet::State {
-  std::string_view bytes;
-  std::vector<Reference> references;
-};
-
-StyleSheet::StyleSheet(std::string_view bytes, const StyleSheetOptions&)
-    : state_(new State{bytes, {}}) {}
-StyleSheet::StyleSheet(StyleSheet&&) noexcept = default;
-StyleSheet& StyleSheet::operator=(StyleSheet&&) noexcept = default;
-StyleSheet::~StyleSheet() = default;
-std::string_view StyleSheet::error() const {
-  return {};
-}
-std::string_view StyleSheet::bytes() const {
-  return state_->bytes;
-}
-const std::vector<Reference>& StyleSheet::references() const {
-  return state_->references;
-}
-std::string_view StyleSheet::raw(const Reference& reference) const {
-  return state_->bytes.substr(reference.span.begin, reference.span.end - reference.span.begin);
-}
-std::string StyleSheet::value(const Reference& reference) const {
-  return std::string(raw(reference));
-}
-std::optional<std::string> StyleSheet::url(const Reference&) const {
-  return std::nullopt;
-}
-bool StyleSheet::urlInto(const Reference&, std::string& result) const {
-  result.clear();
-  return false;
-}
-std::string_view StyleSheet::encoding() const {
-  return "UTF-8";
-}
-
-LineIndex::LineIndex(const Page&) {}
-LineIndex::LineIndex(const StyleSheet&) {}
-Position LineIndex::at(std::uint32_t offset) const {
-  return {static_cast<std::uint32_t>(lineStarts_.size()) + 1, offset + 1};
 }
 
 }  // namespace pagescan

@@ -1,0 +1,102 @@
+// Reads one text with markup for its references: the page, a noscript fragment, or the document of
+// a srcdoc. What is nested in it is read by readers of their own.
+#ifndef PAGESCAN_PAGE_PART_READER_H
+#define PAGESCAN_PAGE_PART_READER_H
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "page/decoded_text.h"
+#include "page/element_reader.h"
+#include "page/json_strings.h"
+#include "page/page_reading.h"
+#include "page/rules.h"
+#include "page/style_text.h"
+#include "page/text_layer.h"
+
+namespace pagescan::internal {
+
+class PartReader {
+ public:
+  // text   which part.range is a range of. All must outlive the reader.
+  PartReader(PageReading& page, const TextLayer& text, const Part& part);
+
+  // Cost   linear in the text, and in what is nested in it to each depth
+  void read();
+
+  // What the ElementReader calls.
+  std::uint8_t startTag(const StartTag& tag);
+  void rawText(const StartTag& tag, Span text);
+  void svgStyleText(std::uint32_t owner, Span text, bool isCdata);
+  void svgStyleEnds(std::uint32_t owner);
+  void bodyLeaves(std::uint32_t bodyBegin);
+
+ private:
+  // A place that was found: the references in it have all of this in common.
+  struct Found {
+    std::uint32_t tag;  // in the page
+    NameId element;     // as in Reference
+    NameId attribute;   // kUnknownName: the element's text
+    Judgement judgement;
+  };
+
+  // The text of an SVG style element that is open. It comes in pieces.
+  struct SvgSheet {
+    std::uint32_t owner;         // where its tag begins
+    std::optional<Found> found;  // none: no place of the table
+    DecodedText text;
+    std::uint32_t pieces = 0;
+  };
+
+  // part_reader.cpp
+  void settleEncoding(const Situation& meta);
+  void readPlace(const Situation& situation, const TagAttribute& attribute);
+  bool readOwnPlace(const Situation& situation, const TagAttribute& attribute);
+  bool tryPlace(const Place& place, const Situation& situation, const TagAttribute& attribute);
+  Judgement judgeBase(const StartTag& tag, const TagAttribute& attribute);
+
+  // slot_reader.cpp
+  void readSlot(PlaceSlot slot, const Situation& situation, const TagAttribute& attribute,
+                const Found& found);
+  void readUrl(const Found& found, std::uint32_t begin, std::uint32_t end);
+  void readRefresh(const Found& found, std::uint32_t begin, std::uint32_t end);
+  void readJson(const Situation& script, const Found& found, std::uint32_t begin,
+                std::uint32_t end);
+  template <typename Reader>
+  void readList(Slot slot, const Found& found, std::uint32_t begin, std::uint32_t end);
+  std::string_view decode(std::uint32_t begin, std::uint32_t end, TextForm form);
+  void appendDecoded(const Found& found, Slot slot, Span inDecoded);
+  void append(const Found& found, Slot slot, Span inPage);
+
+  // style_reader.cpp
+  void readStyle(const Found& found, StyleForm form, std::uint32_t begin, std::uint32_t end);
+  void readSheet(const Situation& style, const Found& found, std::uint32_t begin,
+                 std::uint32_t end);
+  void readSvgSheet(const SvgSheet& sheet);
+  void appendStyle(Found found, const StyleReference& reference, Span inPage);
+
+  // nested_reader.cpp
+  void readNoscript(const StartTag& tag, Span text);
+  void readSrcdoc(const Situation& iframe, const TagAttribute& attribute);
+  void readNested(const Part& part, const TextLayer& text);
+
+  PageReading& page_;
+  const TextLayer& text_;
+  const Part& part_;
+  const std::uint32_t parent_;  // Reference::parent of what is found
+  const std::size_t firstReference_;
+  ElementReader<PartReader>* reader_ = nullptr;
+
+  // Storage that is used again and again.
+  DecodedText scratch_;
+  DecodedText decoded_;
+  std::vector<StyleReference> styleReferences_;
+  std::vector<JsonReference> jsonReferences_;
+  std::vector<SvgSheet> svgSheets_;
+};
+
+}  // namespace pagescan::internal
+
+#endif

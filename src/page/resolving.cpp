@@ -1,0 +1,63 @@
+#include "page/resolving.h"
+
+#include "page/reference_ids.h"
+#include "page/values.h"
+#include "page/white_space.h"
+#include "url/resolver.h"
+
+namespace pagescan::internal {
+namespace {
+
+bool isStyle(Slot slot) {
+  return slot == Slot::cssUrl || slot == Slot::cssString;
+}
+
+bool isOfBase(const Reference& reference) {
+  return reference.element == elementId(Namespace::html, id(Element::base)) &&
+         reference.attribute == id(Attribute::href);
+}
+
+// What is loaded while the page is read knows only the base elements before it. A link that is
+// followed later knows them all.
+bool resolvesAtItsTag(const Reference& reference) {
+  return reference.kind == Kind::load || reference.slot == Slot::refresh || isStyle(reference.slot);
+}
+
+const Base& baseOf(const Documents& documents, const Reference& reference) {
+  const Document& document = documents.of(reference.parent);
+  const Document& owner = documents[document.owner];
+  if (isOfBase(reference)) return documents.base(owner.ownUrl);
+  if (resolvesAtItsTag(reference)) {
+    return documents.base(documents.urlInForceAt(reference.tag, document.owner));
+  }
+  return documents.base(owner.url);
+}
+
+// Source   HTML Standard, 2.4.2 "encoding-parsing a URL"; CSS and JSON are UTF-8 whatever the page
+Encoding queryEncodingOf(const PageReading& page, const Reference& reference) {
+  const bool isUtf8 = isStyle(reference.slot) || reference.slot == Slot::json ||
+                      isOfBase(reference) || page.documents.of(reference.parent).srcdocs > 0;
+  return isUtf8 ? Encoding::utf8 : outputEncodingOf(page.encoding);
+}
+
+// An empty action stands for the document's own URL, which is no address in a srcdoc.
+// Source   HTML Standard, 4.10.22.3 "Form submission algorithm"
+bool writeOwnUrl(const PageReading& page, const Reference& reference, std::string& out) {
+  if (page.documents.of(reference.parent).srcdocs > 0) return false;
+  const Url* const url = page.documents.base(0).url();
+  if (url == nullptr) return false;
+  out.assign(url->href(), 0, url->offsets().fragmentBegin);
+  return true;
+}
+
+}  // namespace
+
+bool resolveReference(const PageReading& page, const Reference& reference, std::string& out) {
+  ValueReader values(page);
+  const std::string_view value = values.read(reference);
+  if (reference.kind == Kind::form && isBlank(value)) return writeOwnUrl(page, reference, out);
+  return resolveInto(out, value, baseOf(page.documents, reference),
+                     queryEncodingOf(page, reference));
+}
+
+}  // namespace pagescan::internal

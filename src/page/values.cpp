@@ -1,0 +1,89 @@
+#include "page/values.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "base/byte_class.h"
+#include "page/json_strings.h"
+#include "page/reference_ids.h"
+#include "page/style_text.h"
+
+namespace pagescan::internal {
+namespace {
+
+bool isCss(Slot slot) {
+  return slot == Slot::cssUrl || slot == Slot::cssString;
+}
+
+constexpr ByteClass kDecoded =
+    ByteClass::range('\x80', '\xFF') | ByteClass::of("&\r\\") | ByteClass::range('\0', '\0');
+
+bool isOfSvgStyle(const Reference& reference) {
+  return reference.attribute == kUnknownName &&
+         reference.element == elementId(Namespace::svg, id(Element::style));
+}
+
+const StoredValue* storedValue(const std::vector<StoredValue>& values, const Reference& reference) {
+  const std::pair wanted(reference.span.begin, reference.tag);
+  const auto found = std::lower_bound(
+      values.begin(), values.end(), wanted,
+      [](const StoredValue& a, const auto& b) { return std::pair(a.begin, a.tag) < b; });
+  return found == values.end() ? nullptr : &*found;
+}
+
+}  // namespace
+
+bool isPlainValue(std::string_view raw) {
+  return std::none_of(raw.begin(), raw.end(), [](char c) { return kDecoded.contains(c); });
+}
+
+std::string_view ValueReader::rawAt(Span span) const {
+  const TextLayer& page = *page_.text;
+  const std::size_t begin = page.fromPage(span.begin);
+  return page.text().substr(begin, page.fromPage(span.end) - begin);
+}
+
+void ValueReader::decodeSrcdocs(std::uint32_t parent, std::string_view& text, Encoding& encoding) {
+  for (int i = 0; i < page_.documents.of(parent).srcdocs; ++i) {
+    DecodedText& next = other();
+    decodeAttributeValue(text, encoding, next);
+    text = next.text();
+    encoding = Encoding::utf8;
+  }
+}
+
+std::string_view ValueReader::readMarkup(Span span, std::uint32_t parent) {
+  std::string_view text = rawAt(span);
+  Encoding encoding = page_.text->encoding();
+  decodeSrcdocs(parent, text, encoding);
+  DecodedText& last = other();
+  decodeText(text, TextForm::rawText, encoding, last);
+  return last.text();
+}
+
+std::string_view ValueReader::read(const Reference& reference) {
+  if (isOfSvgStyle(reference)) {
+    const StoredValue* const stored = storedValue(page_.values, reference);
+    return stored == nullptr ? std::string_view() : stored->value;
+  }
+  std::string_view text = rawAt(reference.span);
+  if (isPlainValue(text)) return text;
+  Encoding encoding = page_.text->encoding();
+  decodeSrcdocs(reference.parent, text, encoding);
+  const bool isAttribute = reference.attribute != kUnknownName;
+  DecodedText& value = other();
+  decodeText(text, isAttribute ? TextForm::attributeValue : TextForm::rawText, encoding, value);
+  if (isCss(reference.slot)) {
+    DecodedText& unescaped = other();
+    decodeCssValue(value.text(), reference.slot, unescaped);
+    return unescaped.text();
+  }
+  if (reference.slot == Slot::json) {
+    DecodedText& unescaped = other();
+    decodeJsonString(value.text(), unescaped);
+    return unescaped.text();
+  }
+  return value.text();
+}
+
+}  // namespace pagescan::internal

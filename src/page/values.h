@@ -1,0 +1,47 @@
+// What the references of a page spell.
+#ifndef PAGESCAN_PAGE_VALUES_H
+#define PAGESCAN_PAGE_VALUES_H
+
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "page/decoded_text.h"
+#include "page/page_reading.h"
+
+namespace pagescan::internal {
+
+// Decodes one value after another. Not for several threads at once, but several may read one page.
+class ValueReader {
+ public:
+  // The reading must outlive it.
+  explicit ValueReader(const PageReading& page) : page_(page) {}
+
+  // The value in UTF-8, decoded by every layer. Valid until the next call, and while the page is.
+  std::string_view read(const Reference& reference);
+
+  // Markup of the document or fragment that stands in the tag at `parent`, in UTF-8: a part of the
+  // page, decoded by the layers of srcdoc attributes alone. Valid as above.
+  std::string_view readMarkup(Span span, std::uint32_t parent);
+
+ private:
+  // The text of the page's own layer at a span of the page.
+  std::string_view rawAt(Span span) const;
+
+  void decodeSrcdocs(std::uint32_t parent, std::string_view& text, Encoding& encoding);
+
+  // The two take turns: each is decoded from the other.
+  DecodedText& other() { return texts_[current_ ^= 1U]; }
+
+  const PageReading& page_;
+  std::array<DecodedText, 2> texts_;
+  unsigned current_ = 0;
+};
+
+// Whether bytes are their own value in a URL, whatever their layer: ASCII without what a layer
+// decodes.
+bool isPlainValue(std::string_view raw);
+
+}  // namespace pagescan::internal
+
+#endif
