@@ -1,5 +1,9 @@
 #include "url/plain_links.h"
 
+#include <algorithm>
+#include <bit>
+#include <cstring>
+
 #include "base/byte_class.h"
 #include "base/near_vector.h"
 #include "url/percent_sets.h"
@@ -46,14 +50,6 @@ constexpr bool mayBeginDots(char c) {
   return c == '.' || c == '%';
 }
 
-// Whether the bytes at `at + 1` on are plain and begin no dot segment after a "/".
-bool isPlainBlock(const char* at) {
-  const V::Type before = V::load(at), v = V::load(at + 1);
-  const V::Type dots = V::either(V::equal(v, V::fill('.')), V::equal(v, V::fill('%')));
-  const V::Type segments = V::both(V::equal(before, V::fill('/')), dots);
-  return V::mask(V::either(notPlain(v), segments)) == 0;
-}
-
 // Whether all bytes are plain and no "/" comes before what may be a dot segment.
 bool isPlain(string_view url) {
   if (url.empty()) return true;
@@ -65,26 +61,52 @@ bool isPlain(string_view url) {
     }
     return plain;
   }
+  // Each byte but the first in one vector, the one before it in another; the last two overlap those
+  // before them.
   const std::size_t last = url.size() - V::kWidth - 1;
-  for (std::size_t i = 0; i < last; i += V::kWidth) {
-    if (!isPlainBlock(url.data() + i)) return false;
+  for (std::size_t i = 0;; i = std::min(i + V::kWidth, last)) {
+    const V::Type before = V::load(url.data() + i), v = V::load(url.data() + i + 1);
+    const V::Type dots = V::either(V::equal(v, V::fill('.')), V::equal(v, V::fill('%')));
+    const V::Type segments = V::both(V::equal(before, V::fill('/')), dots);
+    if (V::mask(V::either(notPlain(v), segments)) != 0) return false;
+    if (i == last) return true;
   }
-  return isPlainBlock(url.data() + last);
+}
+
+constexpr ByteClass kHostBytes = kLower | kDigits | ByteClass::of("-_.");
+
+V::Type notHostByte(V::Type v) {
+  const auto isBetween = [v](char first, char last) {
+    return V::without(V::less(v, V::fill(static_cast<char>(last + 1))), V::less(v, V::fill(first)));
+  };
+  const V::Type low = V::without(isBetween('-', '9'), V::equal(v, V::fill('/')));
+  const V::Type others = V::either(isBetween('a', 'z'), V::equal(v, V::fill('_')));
+  return V::without(V::fill('\xFF'), V::either(low, others));
 }
 
 // Whether the text begins with a host that stays as it is, and a "/": a name in lower case whose
 // last label begins with a letter, and so is no number.
 bool beginsWithPlainHost(string_view text) {
-  constexpr ByteClass kHostBytes = kLower | kDigits | ByteClass::of("-_.");
   std::size_t label = 0, at = 0;
+  for (; text.size() - at >= V::kWidth; at += V::kWidth) {
+    const V::Type v = V::load(text.data() + at);
+    const V::Mask others = V::mask(notHostByte(v));
+    const V::Mask inHost = (others & -others) - 1;  // the bits before the first other byte
+    const V::Mask dots = V::mask(V::equal(v, V::fill('.'))) & inHost;
+    if (dots != 0) label = at + static_cast<std::size_t>(std::bit_width(dots));
+    if (others == 0) continue;
+    at += static_cast<std::size_t>(std::countr_zero(others));
+    return text[at] == '/' && kLower.contains(text[label]);
+  }
   for (; at < text.size() && kHostBytes.contains(text[at]); ++at) {
     if (text[at] == '.') label = at + 1;
   }
   return at < text.size() && text[at] == '/' && kLower.contains(text[label]);
 }
 
-constexpr bool startsWith(string_view text, string_view start) {
-  return text.substr(0, start.size()) == start;
+template <std::size_t kSize>
+bool startsWith(string_view text, const char (&start)[kSize]) {
+  return text.size() >= kSize - 1 && std::memcmp(text.data(), start, kSize - 1) == 0;
 }
 
 // The length of the scheme that the text begins with; 0 where it begins with none. `isLower` tells
@@ -92,10 +114,11 @@ constexpr bool startsWith(string_view text, string_view start) {
 std::size_t schemeLength(string_view url, bool& isLower) {
   std::size_t length = 0;
   isLower = true;
+  if (url.empty() || !kLetters.contains(url[0])) return 0;
   for (; length < url.size() && kSchemeBytes.contains(url[length]); ++length) {
     isLower = isLower && !kUpper.contains(url[length]);
   }
-  return length < url.size() && url[length] == ':' && kLetters.contains(url[0]) ? length : 0;
+  return length < url.size() && url[length] == ':' ? length : 0;
 }
 
 }  // namespace
@@ -118,20 +141,17 @@ std::size_t PlainLinks::prefixForRelative(string_view url) const {
 }
 
 std::size_t PlainLinks::prefixFor(string_view url) const {
+  const auto hostAfter = [url](std::size_t size) {
+    return beginsWithPlainHost(url.substr(size)) ? 0 : kNotPlain;
+  };
+  if (startsWith(url, "https://")) return hostAfter(8);
+  if (startsWith(url, "http://")) return hostAfter(7);
   bool isLower = false;
   const std::size_t scheme = schemeLength(url, isLower);
   if (scheme == 0) return prefixForRelative(url);
   if (!isLower) return kNotPlain;
-  const string_view rest = url.substr(scheme + 1);
-  switch (schemeKindOf(url.substr(0, scheme))) {
-    case SchemeKind::http:
-    case SchemeKind::https:
-      return startsWith(rest, "//") && beginsWithPlainHost(rest.substr(2)) ? 0 : kNotPlain;
-    case SchemeKind::other:
-      return startsWith(rest, "/") ? kNotPlain : 0;
-    default:
-      return kNotPlain;
-  }
+  const bool isSpecial = schemeKindOf(url.substr(0, scheme)) != SchemeKind::other;
+  return isSpecial || startsWith(url.substr(scheme + 1), "/") ? kNotPlain : 0;
 }
 
 bool PlainLinks::resolve(std::string& out, string_view url) const {
