@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <optional>
-#include <vector>
 
 #include "base/byte_class.h"
 #include "url/labels.h"
@@ -23,15 +22,6 @@ bool isAllAscii(std::u32string_view text) {
   return std::all_of(text.begin(), text.end(), isAscii);
 }
 
-// A label and what it stands for.
-struct Label {
-  std::u32string_view text;  // of the mapped domain
-  std::u32string decoded;    // of one that begins with "xn--"
-
-  bool isEncoded() const { return text.substr(0, kPrefix.size()) == kPrefix; }
-  std::u32string_view characters() const { return isEncoded() ? decoded : text; }
-};
-
 // UTS #46, 4 "Processing": the steps "Map" and "Normalize".
 std::u32string mapped(std::string_view domain) {
   std::u32string result;
@@ -41,52 +31,70 @@ std::u32string mapped(std::string_view domain) {
   return result;
 }
 
-std::vector<Label> labelsOf(std::u32string_view domain) {
-  std::vector<Label> labels;
+// Calls work(label) for each label, until it returns false; false then.
+template <typename Work>
+bool forEachLabel(std::u32string_view domain, const Work& work) {
   for (std::size_t begin = 0; begin <= domain.size();) {
     const std::size_t end = std::min(domain.find(U'.', begin), domain.size());
-    labels.push_back({domain.substr(begin, end - begin), {}});
+    if (!work(domain.substr(begin, end - begin))) return false;
     begin = end + 1;
   }
-  return labels;
+  return true;
 }
 
-// The step "Convert/Validate" for a label that begins with "xn--".
-bool decode(Label& label) {
-  if (!isAllAscii(label.text)) return false;
-  std::optional<std::u32string> decoded = decodedPunycode(label.text.substr(kPrefix.size()));
-  if (!decoded || isAllAscii(*decoded)) return false;
-  label.decoded = *std::move(decoded);
-  std::u32string normal = label.decoded;
+bool isEncoded(std::u32string_view label) {
+  return label.substr(0, kPrefix.size()) == kPrefix;
+}
+
+// What a label that begins with "xn--" stands for; none where that is no label.
+std::optional<std::u32string> decoded(std::u32string_view label) {
+  if (!isAllAscii(label)) return std::nullopt;
+  std::optional<std::u32string> result = decodedPunycode(label.substr(kPrefix.size()));
+  if (!result || isAllAscii(*result)) return std::nullopt;
+  std::u32string normal = *result;
   normalize(normal);
-  return normal == label.decoded;
+  if (normal != *result) return std::nullopt;
+  return result;
 }
 
-bool areValid(std::vector<Label>& labels) {
-  bool isBidi = false;
-  for (Label& label : labels) {
-    if (label.text.empty()) continue;
-    if (label.isEncoded() && !decode(label)) return false;
-    if (!isValidLabel(label.characters())) return false;
-    isBidi = isBidi || isRightToLeft(label.characters());
-  }
-  return !isBidi || std::all_of(labels.begin(), labels.end(), [](const Label& label) {
-    return label.text.empty() || keepsBidiRule(label.characters());
+// The step "Convert/Validate", but for what bidirectional domains must keep to.
+bool areValid(std::u32string_view domain, bool& isBidi) {
+  return forEachLabel(domain, [&isBidi](std::u32string_view label) {
+    if (label.empty()) return true;
+    std::optional<std::u32string> storage;
+    if (isEncoded(label)) {
+      storage = decoded(label);
+      if (!storage) return false;
+      label = *storage;
+    }
+    isBidi = isBidi || isRightToLeft(label);
+    return isValidLabel(label);
+  });
+}
+
+// For valid labels.
+bool keepBidiRule(std::u32string_view domain) {
+  return forEachLabel(domain, [](std::u32string_view label) {
+    if (label.empty()) return true;
+    return isEncoded(label) ? keepsBidiRule(*decoded(label)) : keepsBidiRule(label);
   });
 }
 
 // 4.2 "ToASCII": decoding a label and encoding it again gives the same one.
-bool append(std::string& out, const std::vector<Label>& labels) {
+bool append(std::string& out, std::u32string_view domain) {
   const std::size_t begin = out.size();
-  for (const Label& label : labels) {
-    if (&label != &labels.front()) out += '.';
-    if (isAllAscii(label.text)) {
-      for (const char32_t c : label.text) out += static_cast<char>(c);
-    } else {
+  const bool isEncodable = forEachLabel(domain, [&out](std::u32string_view label) {
+    if (!isAllAscii(label)) {
       out += "xn--";
-      if (!appendPunycode(out, label.text)) return false;
+      if (!appendPunycode(out, label)) return false;
+    } else {
+      for (const char32_t c : label) out += static_cast<char>(c);
     }
-  }
+    out += '.';
+    return true;
+  });
+  if (!isEncodable) return false;
+  out.pop_back();  // there is one label at least, and no "." after the last
   return out.size() > begin;
 }
 
@@ -99,8 +107,9 @@ bool appendAsciiDomain(std::string& out, std::string_view domain) {
     return true;
   }
   const std::u32string characters = mapped(domain);
-  std::vector<Label> labels = labelsOf(characters);
-  return areValid(labels) && append(out, labels);
+  bool isBidi = false;
+  if (!areValid(characters, isBidi)) return false;
+  return (!isBidi || keepBidiRule(characters)) && append(out, characters);
 }
 
 }  // namespace pagescan::internal
