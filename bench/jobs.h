@@ -13,6 +13,7 @@ void addStyleJobs(Jobs& jobs, const Input& input);
 void addResolveJobs(Jobs& jobs, const Input& input);
 void addEncodeJobs(Jobs& jobs, const Input& input);
 void addCharsetJobs(Jobs& jobs, const Input& input);
+void addDecodingJobs(Jobs& jobs);
 void addScrubJobs(Jobs& jobs, const Input& input);
 void addStringJobs(Jobs& jobs, const Input& input);
 

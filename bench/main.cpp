@@ -38,6 +38,7 @@ Jobs jobsOver(const Input& input) {
   addStyleJobs(jobs, input);
   addEncodeJobs(jobs, input);
   addCharsetJobs(jobs, input);
+  addDecodingJobs(jobs);
   addScrubJobs(jobs, input);
   addStringJobs(jobs, input);
   return jobs;

@@ -17,6 +17,9 @@ using TextWork = std::size_t (*)(std::string_view text);
 // Resolves a link against a base that was read once.
 using Resolve = std::function<std::size_t(std::string_view link)>;
 
+// Decodes a text.
+using Decode = std::function<std::size_t(std::string_view text)>;
+
 // Only what a peer offers is set.
 struct Peer {
   std::string name;
@@ -28,8 +31,9 @@ struct Peer {
   TextWork checkUtf8 = nullptr;
   TextWork latin1ToUtf8 = nullptr;
   TextWork utf8ToLatin1 = nullptr;
-  TextWork blankScripts = nullptr;  // removes script bodies and comments
-  TextWork skipHandlers = nullptr;  // empties onload and its like
+  Decode (*decoder)(const std::string& encoding) = nullptr;  // to UTF-8; the standard's name
+  TextWork blankScripts = nullptr;                           // removes script bodies and comments
+  TextWork skipHandlers = nullptr;                           // empties onload and its like
 };
 
 // Where the character of UTF-8 at `at` ends: conversions stop at one that has no place in the other

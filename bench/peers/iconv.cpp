@@ -1,6 +1,7 @@
 // iconv of the C library: conversions; a conversion to itself checks a text.
 #include <iconv.h>
 
+#include <memory>
 #include <string>
 
 #include "peers.h"
@@ -49,10 +50,16 @@ std::size_t utf8ToLatin1(std::string_view text) {
   return run(converter, text);
 }
 
+Decode decoderOf(const std::string& encoding) {
+  const auto converter = std::make_shared<const Converter>("UTF-8", encoding.c_str());
+  return [converter](std::string_view text) { return run(*converter, text); };
+}
+
 const PeerRegistration kIconv({.name = "iconv",
                                .checkUtf8 = checkUtf8,
                                .latin1ToUtf8 = latin1ToUtf8,
-                               .utf8ToLatin1 = utf8ToLatin1});
+                               .utf8ToLatin1 = utf8ToLatin1,
+                               .decoder = decoderOf});
 
 }  // namespace
 }  // namespace pagescan::bench

@@ -36,6 +36,12 @@ int asciiBytes(std::uint64_t word) {
 // Copies ASCII from `at` on, up to the first other byte or to a place from which fewer than eight
 // bytes are left.
 const Byte* copyAscii(const Byte* at, const Byte* end, char*& out) {
+  while (end - at >= static_cast<std::ptrdiff_t>(2 * kWord)) {
+    if (asciiBytes(wordAt(at) | wordAt(at + kWord)) != static_cast<int>(kWord)) break;
+    std::memcpy(out, at, 2 * kWord);
+    at += 2 * kWord;
+    out += 2 * kWord;
+  }
   while (end - at >= static_cast<std::ptrdiff_t>(kWord)) {
     const int count = asciiBytes(wordAt(at));
     std::memcpy(out, at, kWord);
@@ -44,6 +50,12 @@ const Byte* copyAscii(const Byte* at, const Byte* end, char*& out) {
     if (count < static_cast<int>(kWord)) break;
   }
   return at;
+}
+
+// The same for a run that begins at `at`: often a space alone between two words.
+const Byte* copyAsciiRun(const Byte* at, const Byte* end, char*& out) {
+  *out++ = static_cast<char>(*at++);
+  return at < end && isAscii(*at) ? copyAscii(at, end, out) : at;
 }
 
 // Single bytes, eight at a time.
@@ -70,7 +82,7 @@ const Byte* decodeSlice(Decoder& decoder, const Byte* at, const Byte* stop, cons
   while (at < stop) {
     if constexpr (Decoder::kAsciiIsPlain) {
       if (isAscii(*at)) {
-        at = copyAscii(at, stop, out);
+        at = copyAsciiRun(at, stop, out);
         if (at == stop) break;
       }
     }

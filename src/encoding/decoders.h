@@ -20,22 +20,13 @@
 #include <cstdint>
 #include <cstring>
 
+#include "encoding/bytes.h"
 #include "encoding/single_byte.h"
 #include "encoding/utf8.h"
 
 namespace pagescan::internal {
 
-using Byte = unsigned char;
-
 inline constexpr int kMaxUtf8PerByte = 3;
-
-constexpr bool isAscii(Byte byte) {
-  return byte < 0x80;
-}
-
-constexpr bool isBetween(unsigned value, unsigned first, unsigned last) {
-  return value - first <= last - first;
-}
 
 // Writes U+FFFD for `bytes` bytes.
 inline const Byte* malformed(const Byte* at, std::ptrdiff_t bytes, char*& out) {

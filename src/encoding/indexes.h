@@ -4,7 +4,6 @@
 #define PAGESCAN_ENCODING_INDEXES_H
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
@@ -25,16 +24,26 @@ constexpr std::size_t sizeOf(const Unit (&/*index*/)[kSize]) {
   return kSize - 1;  // but for the closing NUL of the literal
 }
 
-// Index Big5 in two bytes a character: its characters are of plane 0 or 2.
+// Index Big5 in two bytes a character: U+FFFD for those beyond the basic plane, which are all of
+// plane 2 and kept apart, sorted by pointer.
 struct Big5Index {
   static constexpr std::size_t kSize = sizeOf(kBig5);
-  std::array<char16_t, kSize> units{};
-  std::array<std::uint8_t, (kSize + 7) / 8> isPlane2{};
+  static constexpr std::size_t kPlane2Count =
+      std::count_if(kBig5, kBig5 + kSize, [](char32_t codePoint) { return codePoint > 0xFFFF; });
+  struct Plane2Row {
+    std::uint16_t pointer;
+    char16_t low;  // of the code point, 16 bits
+  };
 
-  constexpr Big5Index() {
+  char16_t units[kSize];
+  Plane2Row plane2[kPlane2Count];
+
+  constexpr Big5Index() : units(), plane2() {
+    Plane2Row* row = plane2;
     for (std::size_t i = 0; i < kSize; ++i) {
-      units[i] = static_cast<char16_t>(kBig5[i] & 0xFFFF);
-      if (kBig5[i] > 0xFFFF) isPlane2[i / 8] |= static_cast<std::uint8_t>(1U << (i % 8));
+      const bool isBasic = kBig5[i] <= 0xFFFF;
+      units[i] = static_cast<char16_t>(isBasic ? kBig5[i] : kReplacementCharacter);
+      if (!isBasic) *row++ = {static_cast<std::uint16_t>(i), static_cast<char16_t>(kBig5[i])};
     }
   }
 };
@@ -44,8 +53,12 @@ inline constexpr Big5Index kBig5Index;
 inline char32_t big5CodePoint(unsigned pointer) {
   const unsigned i = pointer - kBig5FirstPointer;
   if (i >= Big5Index::kSize) return kReplacementCharacter;
-  const char32_t unit = kBig5Index.units[i];
-  return (kBig5Index.isPlane2[i / 8] >> (i % 8) & 1) != 0 ? 0x20000 + unit : unit;
+  if (kBig5Index.units[i] != kReplacementCharacter) return kBig5Index.units[i];
+  const auto* const row =
+      std::partition_point(std::begin(kBig5Index.plane2), std::end(kBig5Index.plane2),
+                           [i](const Big5Index::Plane2Row& one) { return one.pointer < i; });
+  const bool isThere = row != std::end(kBig5Index.plane2) && row->pointer == i;
+  return isThere ? 0x20000 + char32_t{row->low} : kReplacementCharacter;
 }
 
 // The one pointer that the ranges are wrong about, kept as GB 18030-2005 has it.

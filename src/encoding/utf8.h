@@ -2,6 +2,9 @@
 #ifndef PAGESCAN_ENCODING_UTF8_H
 #define PAGESCAN_ENCODING_UTF8_H
 
+#include <bit>
+#include <cstdint>
+#include <cstring>
 #include <string>
 
 namespace pagescan::internal {
@@ -30,6 +33,20 @@ constexpr char* writeUtf8(char32_t codePoint, char* out) {
   }
   *out++ = byte(0x80 | (codePoint & 0x3F));
   return out;
+}
+
+// The same for a character of the basic plane, at a place with room for four bytes: most characters
+// of two-byte encodings take three, which are written at once.
+inline char* writeUtf8InRoom(char16_t unit, char* out) {
+  if constexpr (std::endian::native == std::endian::little) {
+    if (unit >= 0x800) {
+      const std::uint32_t bytes = 0x8080E0U | static_cast<std::uint32_t>(unit) >> 12 |
+                                  (unit & 0xFC0U) << 2 | (unit & 0x3FU) << 16;
+      std::memcpy(out, &bytes, sizeof bytes);
+      return out + 3;
+    }
+  }
+  return writeUtf8(unit, out);
 }
 
 inline void appendUtf8(std::string& out, char32_t codePoint) {
