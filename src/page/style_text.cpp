@@ -52,6 +52,7 @@ class StyleReader {
   void startStatement();
   void endStatement();
   void leaveFree();
+  void addConditionToImport();
   void readAtName();
   void readFirst(Role role);
   void readNameSpace();
@@ -122,8 +123,9 @@ void StyleReader::wakeUp(char c) {
     case '[':
       return open(Open::square);
     case '{':
-      open(Open::curly);
-      return leaveFree();
+      addConditionToImport();
+      if (open_.empty()) leaveFree();
+      return open(Open::curly);
     case ';':
       return endStatement();
     default:
@@ -165,13 +167,14 @@ void StyleReader::endStatement() {
   if (isFree_ || form_ == StyleForm::declarations) startStatement();
 }
 
-// From here on each @import has a condition, and so has one that is being read.
+// From here on each @import has a condition. Nothing is open.
 void StyleReader::leaveFree() {
-  if (!isFree_) return;
   isFree_ = false;
-  if (import_ != kNoImport) references_[import_].flags |= kConditional;
   import_ = kNoImport;
-  if (isQuiet()) open_.clear();
+}
+
+void StyleReader::addConditionToImport() {
+  if (import_ != kNoImport) references_[import_].flags |= kConditional;
 }
 
 void StyleReader::readAtName() {
@@ -193,8 +196,8 @@ void StyleReader::readFirst(Role role) {
 
 void StyleReader::readNameSpace() {
   skipBlank();
-  const bool isPrefix = beginsCssName(css_, at_) && !readIdentLike(Role::nameSpace);
-  if (isPrefix || isAtQuote()) readFirst(Role::nameSpace);
+  if (beginsCssName(css_, at_) && readIdentLike(Role::nameSpace)) return;
+  readFirst(Role::nameSpace);
 }
 
 // --- Names and functions ---
@@ -238,14 +241,11 @@ void StyleReader::openFunction(CssName name, Role role) {
       return readString(role);
     }
     case CssName::src:
-      open(Open::src);
-      if (role == Role::plain) return;
-      skipBlank();
-      return isAtQuote() ? readString(role) : void();
+      return open(Open::src);
     case CssName::imageSet:
       return open(Open::imageSet);
     case CssName::supports:
-      if (import_ != kNoImport) references_[import_].flags |= kConditional;
+      addConditionToImport();
       return open(Open::round);
     default:
       return open(Open::round);
@@ -308,7 +308,8 @@ void StyleReader::readString(Role role) {
     at_ = findIn(css_, at_, kEndsString);
     if (at_ == css_.size() || css_[at_] == quote) break;
     if (css_[at_] == '\\') {
-      at_ += at_ + 1 == css_.size() ? 1 : 1 + cssNewLineLength(css_, at_ + 1);
+      at_ += isCssEscape(css_, at_) ? readCssEscape(css_, at_).length
+                                    : 1 + cssNewLineLength(css_, at_ + 1);
     } else if (kCssNewLine.contains(css_[at_])) {
       floor_ = at_;
       return;
@@ -358,7 +359,7 @@ void StyleReader::add(std::size_t begin, std::size_t end, Slot slot, Role role) 
   if (isBlankOrFragment(css_.substr(begin, end - begin), slot, isFragment)) return;
   Kind kind = isFragment ? Kind::fragment : Kind::load;
   if (role == Role::nameSpace) kind = Kind::identifier;
-  if (isDirectlyIn(Open::src)) kind = Kind::dead;
+  if (isDirectlyIn(Open::src) && role == Role::plain) kind = Kind::dead;
   if (role == Role::freeImport) import_ = references_.size();
   const Span span = {static_cast<std::uint32_t>(begin), static_cast<std::uint32_t>(end)};
   references_.push_back({span, slot, kind, flagsOf(role)});

@@ -16,8 +16,18 @@ bool isCssSpace(char32_t c) {
   return c == '\n' || c == '\t' || c == ' ';
 }
 
+// 4.2, "non-ASCII ident code point"
+bool isNonAsciiName(char32_t c) {
+  return c == 0xB7 || (c >= 0xC0 && c <= 0xD6) || (c >= 0xD8 && c <= 0xF6) ||
+         (c >= 0xF8 && c <= 0x37D) || (c >= 0x37F && c <= 0x1FFF) || c == 0x200C || c == 0x200D ||
+         c == 0x203F || c == 0x2040 || (c >= 0x2070 && c <= 0x218F) ||
+         (c >= 0x2C00 && c <= 0x2FEF) || (c >= 0x3001 && c <= 0xD7FF) ||
+         (c >= 0xF900 && c <= 0xFDCF) || (c >= 0xFDF0 && c <= 0xFFFD) ||
+         (c >= 0x10000 && c <= 0x10FFFF);
+}
+
 bool isNameStart(char32_t c) {
-  return c != kEnd && (isAsciiAlpha(c) || c == '_' || c >= 0x80);
+  return isAsciiAlpha(c) || c == '_' || isNonAsciiName(c);
 }
 
 bool isNameCharacter(char32_t c) {

@@ -1,0 +1,105 @@
+// The URLs of CSS: by tables, and beside the plain reading of the twin.
+#include "page/style_text.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+#include <vector>
+
+#include "reference/page/style_references.h"
+#include "support/placement.h"
+
+namespace pagescan::tests {
+namespace {
+
+using internal::decodeCssValue;
+using internal::DecodedText;
+using internal::readStyle;
+using internal::StyleForm;
+using internal::StyleReference;
+
+// "span kind [flags] slot=value", a line each.
+std::string lineOf(std::uint32_t begin, std::uint32_t end, const std::string& kind,
+                   bool isCandidate, bool isConditional, bool isString, const std::string& value) {
+  return std::to_string(begin) + "-" + std::to_string(end) + " " + kind +
+         (isCandidate ? " candidate" : "") + (isConditional ? " conditional" : "") +
+         (isString ? " \"" : " (") + value + "\n";
+}
+
+std::string found(std::string_view css, StyleForm form) {
+  std::vector<StyleReference> references;
+  readStyle(css, form, references);
+  std::string lines;
+  DecodedText value;
+  for (const StyleReference& reference : references) {
+    const Span span = reference.span;
+    decodeCssValue(css.substr(span.begin, span.end - span.begin), reference.slot, value);
+    lines += lineOf(span.begin, span.end, std::string(nameOf(reference.kind)),
+                    (reference.flags & kCandidate) != 0, (reference.flags & kConditional) != 0,
+                    reference.slot == Slot::cssString, std::string(value.text()));
+  }
+  return lines;
+}
+
+std::string expected(const std::string& css, StyleForm form) {
+  constexpr reference::page::StyleForm kForms[] = {reference::page::StyleForm::sheet,
+                                                   reference::page::StyleForm::declarations,
+                                                   reference::page::StyleForm::value};
+  std::string lines;
+  for (const auto& reference : reference::page::styleReferences(reference::page::fromUtf8(css),
+                                                                kForms[static_cast<int>(form)])) {
+    lines += lineOf(reference.begin, reference.end, reference.kind, reference.isCandidate,
+                    reference.isConditional, reference.isString, toUtf8(reference.value));
+  }
+  return lines;
+}
+
+constexpr StyleForm kForms[] = {StyleForm::sheet, StyleForm::declarations, StyleForm::value};
+
+// Fails once for each text on which the two differ.
+void compare(const std::string& css) {
+  for (const StyleForm form : kForms) {
+    EXPECT_EQ(found(css, form), expected(css, form))
+        << "form " << static_cast<int>(form) << " of: " << testing::PrintToString(css);
+  }
+}
+
+// What CSS gives a meaning, and what stands beside it.
+const std::vector<std::string> kPieces = {
+    "url(",      "URL(",   "\\75rl(", "src(",      "image-set(", "-webkit-image-set(",
+    "supports(", "(",      ")",       "[",         "]",          "{",
+    "}",         ";",      ":",       "\"",        "'",          "\"a\"",
+    "'#b'",      "/*",     "*/",      "/",         "\\",         "\n",
+    "\r\n",      "\f",     " ",       "@import ",  "@namespace", "@layer",
+    "@charset",  "@",      "#",       "-",         "--x",        "--",
+    "x",         "1",      "5e3",     ".",         "+",          "%",
+    "<!--",      "-->",    "<",       "!",         "\xC3\xA9",   "\xC3\x97",
+    "\\29 ",     "\\0",    "\\\n",    ",",         "#f",         std::string(1, '\0'),
+    "\x01",      "l",      "ur",      "t(",        "@\\69mport", "layer(",
+    "\\72 ",     "\\\r\n", "_",       "@import\"",
+};
+
+TEST(StyleText, ReadsAllPairsAndTriplesOfPiecesAsTheTwinDoes) {
+  for (const std::string& first : kPieces) {
+    for (const std::string& second : kPieces) {
+      compare(first + second + "x)");
+      for (const std::string& third : kPieces) compare(first + second + third + "y");
+      if (HasFailure()) return;
+    }
+  }
+}
+
+TEST(StyleText, ReadsTextsOfManyPiecesAsTheTwinDoes) {
+  std::mt19937 random(20261121);
+  for (int count = 0; count < 60000 && !HasFailure(); ++count) {
+    std::string css;
+    for (std::size_t pieces = 3 + random() % 20; pieces > 0; --pieces) {
+      css += kPieces[random() % kPieces.size()];
+    }
+    compare(css);
+  }
+}
+
+}  // namespace
+}  // namespace pagescan::tests
