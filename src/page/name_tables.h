@@ -74,35 +74,36 @@ constexpr std::uint64_t bytesThatEnd(std::uint64_t word) {
 // Reads a name a byte at a time: near the end of the page, and where a control character stands.
 ScannedName scanNameSlowly(const char* name, const char* end, const ByteClass& stop);
 
+// A name of at least eight bytes, all readable.
+template <char... kOthers>
+ScannedName scanLongName(const char* name, const char* end, const ByteClass& stop) {
+  constexpr std::ptrdiff_t kWord = 8;
+  for (const char* at = name + kWord; end - at >= kWord; at += kWord) {
+    const std::uint64_t ends = bytesThatEnd<kOthers...>(wordAt(at));
+    if (ends == 0) continue;
+    at += std::countr_zero(ends) / 8;
+    if (!stop.contains(*at)) break;
+    if (at == name + kWord) return {at, {lowerCased(wordAt(name)), 0, kWord}};
+    return {at,
+            {lowerCased(wordAt(name)), lowerCased(wordAt(at - kWord)),
+             static_cast<std::uint64_t>(at - name)}};
+  }
+  return scanNameSlowly(name, end, stop);
+}
+
 // The name that starts at `name`, which is not empty: its first byte belongs to it in any case.
 // kOthers  what ends it besides white space
 template <char... kOthers>
-ScannedName scanName(const char* name, const char* end, const ByteClass& stop) {
-  constexpr std::ptrdiff_t kWord = 8;
-  if (end - name >= kWord) {
-    const std::uint64_t word = wordAt(name);
-    // The first byte is not asked.
-    const std::uint64_t ends = bytesThatEnd<kOthers...>(word) & ~std::uint64_t{0xFF};
-    if (ends != 0) {
-      const int length = std::countr_zero(ends) / 8;
-      if (stop.contains(name[length])) {
-        const auto bits = static_cast<unsigned>(64 - 8 * length);
-        return {name + length, {lowerCased(word << bits), 0, static_cast<std::uint64_t>(length)}};
-      }
-    } else {
-      for (const char* at = name + kWord; end - at >= kWord; at += kWord) {
-        const std::uint64_t more = bytesThatEnd<kOthers...>(wordAt(at));
-        if (more == 0) continue;
-        at += std::countr_zero(more) / 8;
-        if (!stop.contains(*at)) break;
-        if (at == name + kWord) return {at, {lowerCased(word), 0, 8}};
-        return {at,
-                {lowerCased(word), lowerCased(wordAt(at - kWord)),
-                 static_cast<std::uint64_t>(at - name)}};
-      }
-    }
-  }
-  return scanNameSlowly(name, end, stop);
+[[gnu::always_inline]] inline ScannedName scanName(const char* name, const char* end,
+                                                   const ByteClass& stop) {
+  if (end - name < 8) return scanNameSlowly(name, end, stop);
+  const std::uint64_t word = wordAt(name);
+  const std::uint64_t ends = bytesThatEnd<kOthers...>(word) & ~std::uint64_t{0xFF};
+  if (ends == 0) return scanLongName<kOthers...>(name, end, stop);
+  const int length = std::countr_zero(ends) / 8;
+  if (!stop.contains(name[length])) return scanNameSlowly(name, end, stop);
+  const auto rest = static_cast<unsigned>(64 - 8 * length);
+  return {name + length, {lowerCased(word << rest), 0, static_cast<std::uint64_t>(length)}};
 }
 
 inline ScannedName scanTagName(const char* name, const char* end) {

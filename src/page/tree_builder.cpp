@@ -58,14 +58,6 @@ void TreeBuilder::endOfPage() {
   while (!open_.empty()) pop();
 }
 
-void TreeBuilder::setNote(std::uint8_t note) {
-  const std::uint32_t slot = verdict_.kind == Verdict::merged ? mergedSlot_ : verdict_.slot;
-  if (slot == kNone) return;
-  OpenElement& entry = open_.at(slot);
-  entry.note = note;
-  if (entry.formatting != kNone) formatting_.at(entry.formatting).note = note;
-}
-
 // Of the adjusted current node, in foreign content.
 ElementTraits TreeBuilder::adjustedTraits() const {
   if (!atContext()) return open_.current().traits;
@@ -171,33 +163,6 @@ TreeBuilder::Step TreeBuilder::endByMode(NameNumber name) {
       return Step::done;
   }
   return Step::done;
-}
-
-void TreeBuilder::reportElement(Namespace space, NameNumber name) {
-  verdict_.kind = Verdict::element;
-  verdict_.space = space;
-  verdict_.name = name;
-  if (open_.empty()) {
-    verdict_.parentSpace = Namespace::html;
-    verdict_.parentName = kUnknownName;
-    verdict_.parentNote = 0;
-    return;
-  }
-  const OpenElement& parent = open_.current();
-  verdict_.parentSpace = parent.space;
-  verdict_.parentName = parent.name;
-  verdict_.parentNote = parent.note;
-}
-
-std::uint32_t TreeBuilder::pushHtml(NameNumber name, std::uint32_t begin) {
-  if (name == id(Element::template_)) ++templates_;
-  const ElementTraits traits = name < kElementCount ? kHtmlTraits[name] : ElementTraits{0};
-  return open_.push(Namespace::html, name, begin, traits);
-}
-
-std::uint32_t TreeBuilder::insertNamed(const TagToken& tag, NameNumber name) {
-  reportElement(Namespace::html, name);
-  return verdict_.slot = pushHtml(name, tag.begin);
 }
 
 // The element would close at the end of its text, before anything else happens: it is never open.

@@ -269,6 +269,43 @@ class TreeBuilder {
   bool tableTextShows_ = false;  // it holds more than white space
 };
 
+// --- what every element goes through ---
+
+inline void TreeBuilder::setNote(std::uint8_t note) {
+  const std::uint32_t slot = verdict_.kind == Verdict::merged ? mergedSlot_ : verdict_.slot;
+  if (slot == kNone) return;
+  OpenElement& entry = open_.at(slot);
+  entry.note = note;
+  if (entry.formatting != kNone) formatting_.at(entry.formatting).note = note;
+}
+
+inline void TreeBuilder::reportElement(Namespace space, NameNumber name) {
+  verdict_.kind = Verdict::element;
+  verdict_.space = space;
+  verdict_.name = name;
+  if (open_.empty()) {
+    verdict_.parentSpace = Namespace::html;
+    verdict_.parentName = kUnknownName;
+    verdict_.parentNote = 0;
+    return;
+  }
+  const OpenElement& parent = open_.current();
+  verdict_.parentSpace = parent.space;
+  verdict_.parentName = parent.name;
+  verdict_.parentNote = parent.note;
+}
+
+inline std::uint32_t TreeBuilder::pushHtml(NameNumber name, std::uint32_t begin) {
+  if (name == id(Element::template_)) ++templates_;
+  const ElementTraits traits = name < kElementCount ? kHtmlTraits[name] : ElementTraits{0};
+  return open_.push(Namespace::html, name, begin, traits);
+}
+
+inline std::uint32_t TreeBuilder::insertNamed(const TagToken& tag, NameNumber name) {
+  reportElement(Namespace::html, name);
+  return verdict_.slot = pushHtml(name, tag.begin);
+}
+
 }  // namespace pagescan::internal
 
 #endif
