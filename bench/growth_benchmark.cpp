@@ -7,12 +7,14 @@
 #include <cstring>
 #include <limits>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 #include "pagescan.h"
+#include "pagescan/url.h"
 #include "sections.h"
 #include "table.h"
 #include "yardsticks.h"
@@ -72,6 +74,10 @@ constexpr Shape kShapes[] = {
     {"colons", "a{", "a:b;"},
     {"lead bytes", "", "\xC3"},
     {"UTF-8", "", "\xC3\xA9"},
+    {"@", "http://", "@"},
+    {"labels", "http://", "a."},
+    {"IDN", "http://", "\xC3\x9F."},
+    {"IDN, marks", "http://a", "\xCC\x81\xCC\xA7"},
 };
 
 std::string textOf(const Shape& shape, std::size_t length) {
@@ -167,6 +173,11 @@ Kept resolved(const RWCString& text) {
   return result;
 }
 
+Kept resolvedUrl(const RWCString& text) {
+  return std::make_shared<std::optional<std::string>>(
+      resolve(std::string_view(text.data(), text.length()), kUrl));
+}
+
 Kept split(const RWCString& text) {
   const auto base = std::make_shared<urlBase>("http://www.example.com/" + text);
   base->parse();
@@ -243,6 +254,7 @@ const NamedOperation kOperations[] = {
     {"setBase, parse", split},
     {"calcUrl(in, out, ...)", resolved},
     {"calcUrl(url)", EDITED_BY(copy = urlBase(kUrl).calcUrl(copy))},
+    {"pagescan::resolve", resolvedUrl},
     {"EncodeString", encode},
     {"DecodeString", EDITED_BY(UrlEncoding::DecodeString(copy, kType))},
     {"CheckUrlDecoding(text)", READ(UrlEncoding::CheckUrlDecoding(text))},

@@ -11,6 +11,7 @@ namespace pagescan::bench {
 void addParseJobs(Jobs& jobs, const Input& input);
 void addStyleJobs(Jobs& jobs, const Input& input);
 void addResolveJobs(Jobs& jobs, const Input& input);
+void addUrlJobs(Jobs& jobs, const Input& input);
 void addEncodeJobs(Jobs& jobs, const Input& input);
 void addCharsetJobs(Jobs& jobs, const Input& input);
 void addDecodingJobs(Jobs& jobs);

@@ -35,6 +35,7 @@ Jobs jobsOver(const Input& input) {
   Jobs jobs;
   addParseJobs(jobs, input);
   addResolveJobs(jobs, input);
+  addUrlJobs(jobs, input);
   addStyleJobs(jobs, input);
   addEncodeJobs(jobs, input);
   addCharsetJobs(jobs, input);
