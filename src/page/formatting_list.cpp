@@ -10,7 +10,7 @@ constexpr std::size_t kMostOfAKind = 3;
 
 }  // namespace
 
-std::uint32_t FormattingList::make(NameNumber name) {
+std::uint32_t FormattingList::makeNode(NameNumber name) {
   std::uint32_t node = 0;
   if (free_.empty()) {
     node = static_cast<std::uint32_t>(nodes_.size());
@@ -54,8 +54,10 @@ void FormattingList::setOrder(std::uint32_t node) {
   std::uint32_t first = node;
   while (nodes_[first].earlier != kNone) first = nodes_[first].earlier;
   std::uint64_t order = 0;
-  for (std::uint32_t at = first; at != kNone; at = nodes_[at].later)
+  for (std::uint32_t at = first; at != kNone; at = nodes_[at].later) {
     nodes_[at].order = order += kStep;
+  }
+  renumberRuns();
 }
 
 void FormattingList::unlink(std::uint32_t node) {
@@ -100,36 +102,30 @@ void FormattingList::unlinkNamesake(std::uint32_t node) {
   }
 }
 
-std::uint32_t FormattingList::push(NameNumber name, std::uint32_t begin, std::uint32_t slot,
-                                   std::uint8_t note) {
-  const std::uint32_t node = make(name);
+std::uint32_t FormattingList::make(NameNumber name, std::uint32_t begin) {
+  const std::uint32_t node = makeNode(name);
   nodes_[node].begin = begin;
-  nodes_[node].slot = slot;
-  nodes_[node].note = note;
-  open_.at(slot).formatting = node;
-  limitKind(name, node);
-  link(node, last_);
-  linkNamesake(node, newest_[name]);
   return node;
+}
+
+void FormattingList::append(std::uint32_t node, std::uint32_t slot) {
+  nodes_[node].slot = slot;
+  open_.at(slot).formatting = node;
+  link(node, last_);
+  linkNamesake(node, newest_[nodes_[node].name]);
 }
 
 void FormattingList::pushMarker() {
   ++segment_;
-  const std::uint32_t node = make(kUnknownName);
+  const std::uint32_t node = makeNode(kUnknownName);
   link(node, last_);
 }
 
-void FormattingList::clearToMarker() {
-  while (last_ != kNone) {
-    const std::uint32_t node = last_;
-    if (isMarker(node)) {
-      unlink(node);
-      free_.push_back(node);
-      --segment_;
-      return;
-    }
-    remove(node);
-  }
+void FormattingList::removeMarker() {
+  const std::uint32_t node = last_;
+  unlink(node);
+  free_.push_back(node);
+  --segment_;
 }
 
 void FormattingList::remove(std::uint32_t node) {
@@ -166,14 +162,14 @@ void FormattingList::moveAfter(std::uint32_t node, std::uint32_t other) {
 }
 
 // Only where three of a name stand after the marker there can be three of a kind.
-void FormattingList::limitKind(NameNumber name, std::uint32_t node) {
-  const std::uint32_t newest = lastNamed(name);
+std::uint32_t FormattingList::excessOfKind(std::uint32_t node) {
+  const std::uint32_t newest = lastNamed(nodes_[node].name);
   std::size_t count = 0;
   for (std::uint32_t at = newest; at != kNone && count < kMostOfAKind; ++count) {
     if (nodes_[at].segment != segment_) break;
     at = nodes_[at].earlierNamesake;
   }
-  if (count < kMostOfAKind) return;
+  if (count < kMostOfAKind) return kNone;
   findKinds(newest, node);
   std::uint32_t earliest = kNone;
   count = 0;
@@ -182,7 +178,7 @@ void FormattingList::limitKind(NameNumber name, std::uint32_t node) {
     earliest = at;
     ++count;
   }
-  if (count >= kMostOfAKind) remove(earliest);
+  return count < kMostOfAKind ? kNone : earliest;
 }
 
 // Gives each element of a name after the marker its kind, in their order, and then `node`. Those

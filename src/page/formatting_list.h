@@ -30,6 +30,14 @@ struct FormattingNode {
   std::uint32_t kind;  // kNone: not asked for yet
   std::uint32_t earlierOfKind, laterOfKind;
   std::uint8_t note;
+  bool endsRun;
+};
+
+// Neighbours in the list that were reopened together. While open, they share one slot of the stack,
+// which is that of the last of them; the others have none of their own. When that slot closes, all
+// of them are closed, and they are reopened in one step.
+struct FormattingRun {
+  std::uint32_t first, last;
 };
 
 class FormattingList {
@@ -47,11 +55,31 @@ class FormattingList {
     return last_ != kNone && nodes_[last_].slot == kNone && nodes_[last_].name != kUnknownName;
   }
 
-  // Appends an element, after taking out the earliest of three of its kind. Returns its node.
-  std::uint32_t push(NameNumber name, std::uint32_t begin, std::uint32_t slot, std::uint8_t note);
+  // A new element, not yet in the list.
+  std::uint32_t make(NameNumber name, std::uint32_t begin);
+  // The earliest of three of its kind after the last marker, which has to go; or kNone.
+  std::uint32_t excessOfKind(std::uint32_t node);
+  // Appends a new element, which is open at `slot`.
+  void append(std::uint32_t node, std::uint32_t slot);
   void pushMarker();
-  void clearToMarker();
+  void removeMarker();
+  // Takes an element out, which is in no run.
   void remove(std::uint32_t node);
+
+  // --- runs ---
+  // The run that a node is in, or null.
+  const FormattingRun* runOf(std::uint32_t node) const;
+  bool isOpen(const FormattingRun& run) const { return nodes_[run.last].slot != kNone; }
+  bool hasRuns() const { return !runs_.empty(); }
+  // Makes one run of the nodes from `first` to the last one, runs among them included.
+  void makeRun(std::uint32_t first, std::uint32_t slot);
+  // Ends the run of `node` before it. The nodes after it are left alone, or a closed run if
+  // `keepsRest`; so is the node itself.
+  void splitRun(std::uint32_t node, bool keepsRest);
+  // Makes all nodes from `first` on nodes of no run.
+  void dissolveRuns(std::uint32_t first);
+  // Whether any element of this name stands in the list, before the last marker too.
+  bool holds(NameNumber name) const { return newest_[name] != kNone; }
 
   // The last element of this name after the last marker, or kNone.
   std::uint32_t lastNamed(NameNumber name) const {
@@ -63,13 +91,14 @@ class FormattingList {
   void moveAfter(std::uint32_t node, std::uint32_t other);
 
  private:
-  std::uint32_t make(NameNumber name);
+  std::uint32_t makeNode(NameNumber name);
+  void setRun(std::uint32_t first, std::uint32_t last);
+  void renumberRuns();
   void link(std::uint32_t node, std::uint32_t earlier);
   void unlink(std::uint32_t node);
   void setOrder(std::uint32_t node);
   void linkNamesake(std::uint32_t node, std::uint32_t earlier);
   void unlinkNamesake(std::uint32_t node);
-  void limitKind(NameNumber name, std::uint32_t node);
   void findKinds(std::uint32_t newest, std::uint32_t node);
   void findKind(std::uint32_t node);
   void linkKind(std::uint32_t node, std::uint32_t earlier);
@@ -84,6 +113,7 @@ class FormattingList {
   std::vector<std::uint32_t> newest_ = std::vector<std::uint32_t>(kElementCount, kNone);  // by name
   std::map<std::string, std::uint32_t, std::less<>> kinds_;
   std::vector<std::uint32_t> newestOfKind_;
+  std::map<std::uint64_t, FormattingRun> runs_;  // by the order of their first node
 };
 
 }  // namespace pagescan::internal

@@ -31,6 +31,19 @@ void OpenElements::noteClosed(std::uint32_t slot) {
   if (entry.has(kStyleText)) closedStyles_.push_back(entry.begin);
 }
 
+// What only closing does (the form pointer, the ends of svg:style) is left out.
+std::vector<OpenElement> OpenElements::takeFrom(std::uint32_t slot) {
+  std::vector<OpenElement> taken;
+  while (top_ != kNone && top_ >= slot) {
+    taken.push_back(entries_[top_]);
+    unlinkNamesake(entries_[top_]);
+    top_ = entries_[top_].below;
+  }
+  if (top_ != kNone) entries_[top_].above = kNone;
+  std::reverse(taken.begin(), taken.end());
+  return taken;
+}
+
 // Moves an element down to a free slot. `special` and `itemLimit` are the nearest ones below it.
 void OpenElements::relocate(std::uint32_t from, std::uint32_t to, std::uint32_t special,
                             std::uint32_t itemLimit) {

@@ -76,11 +76,13 @@ class OpenElements {
     entry.below = top_;
     entry.above = kNone;
     entry.formatting = kNone;
-    std::uint32_t& newest = newestOf(space, name);
-    entry.olderNamesake = newest;
-    entry.newerNamesake = kNone;
-    if (newest != kNone) entries_[newest].newerNamesake = slot;
-    newest = slot;
+    if ((traits & kRun) == 0) {
+      std::uint32_t& newest = newestOf(space, name);
+      entry.olderNamesake = newest;
+      entry.newerNamesake = kNone;
+      if (newest != kNone) entries_[newest].newerNamesake = slot;
+      newest = slot;
+    }
     entry.scopeLimit = entry.special = entry.itemLimit = entry.html = slot;
     if (top_ != kNone) {
       OpenElement& below = entries_[top_];
@@ -104,6 +106,9 @@ class OpenElements {
 
   // Closes an element in the middle.
   void remove(std::uint32_t slot);
+
+  // Takes this element and all above it off, to be pushed again; from the lowest to the highest.
+  std::vector<OpenElement> takeFrom(std::uint32_t slot);
 
   // The newest open element of a name, or kNone.
   std::uint32_t newest(Element element) const { return newestHtml_[id(element)]; }
@@ -174,6 +179,7 @@ class OpenElements {
   }
 
   void unlinkNamesake(const OpenElement& entry) {
+    if (entry.has(kRun)) return;
     if (entry.newerNamesake == kNone) {
       newestOf(entry.space, entry.name) = entry.olderNamesake;
     } else {

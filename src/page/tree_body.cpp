@@ -200,14 +200,17 @@ void TreeBuilder::startListItem(const TagToken& tag) {
 
 void TreeBuilder::startFormatting(const TagToken& tag) {
   reconstruct();
-  const std::uint32_t slot = insert(tag);
-  formatting_.push(tag.name, tag.begin, slot, 0);
+  const std::uint32_t node = formatting_.make(tag.name, tag.begin);
+  const std::uint32_t excess = formatting_.excessOfKind(node);
+  if (excess != kNone) removeFormatting(excess);
+  formatting_.append(node, insert(tag));
 }
 
 void TreeBuilder::startA(const TagToken& tag) {
   if (const std::uint32_t node = formatting_.lastNamed(tag.name); node != kNone) {
     // Where it could not be adopted, it may still be there.
     if (!adopt(tag.name) && formatting_.lastNamed(tag.name) == node) {
+      if (formatting_.runOf(node) != nullptr) spreadRunFrom(node);
       const std::uint32_t slot = formatting_.at(node).slot;
       formatting_.remove(node);
       if (slot != kNone) open_.remove(slot);

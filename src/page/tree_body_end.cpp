@@ -33,7 +33,7 @@ TreeBuilder::Step TreeBuilder::endInBody(NameNumber name) {
     case EndRule::marker:
       if (!open_.inScope(open_.newestNamed(name))) break;
       endBlock(name);
-      formatting_.clearToMarker();
+      clearToMarker();
       break;
     case EndRule::template_:
       endTemplate();
@@ -90,6 +90,10 @@ void TreeBuilder::endHeading() {
 
 // "Any other end tag": the newest element of the name, unless a special one stands above it.
 void TreeBuilder::endOther(NameNumber name) {
+  // A formatting element before the last marker may be in a run.
+  if (formatting_.hasRuns() && name < kElementCount && formatting_.holds(name)) {
+    spreadRunsAbove(open_.nearestSpecial());
+  }
   const std::uint32_t slot = open_.newestNamed(name);
   if (slot == kNone || slot < open_.nearestSpecial()) return;
   popTo(slot);
@@ -117,21 +121,30 @@ bool TreeBuilder::adoptOnce(NameNumber name) {
     endOther(name);
     return false;
   }
-  const std::uint32_t slot = formatting_.at(node).slot;
+  const std::uint32_t slot = slotOf(node);
   if (slot == kNone) {
-    formatting_.remove(node);
+    removeFormatting(node);
     return false;
   }
   if (!open_.inScope(slot)) return false;
-  std::uint32_t block = open_.at(slot).above;
-  while (block != kNone && !open_.at(block).has(kSpecial)) block = open_.at(block).above;
-  if (block == kNone) {
-    popTo(slot);
+  if (furthestBlock(slot) == kNone) {
+    closeFormatting(node);
     formatting_.remove(node);
     return false;
   }
-  liftFormatting(node, block);
+  if (formatting_.hasRuns()) {
+    if (formatting_.runOf(node) != nullptr) spreadRunFrom(node);
+    spreadRunsAbove(formatting_.at(node).slot);
+  }
+  liftFormatting(node, furthestBlock(formatting_.at(node).slot));
   return true;
+}
+
+// The special element next above an open one, or kNone.
+std::uint32_t TreeBuilder::furthestBlock(std::uint32_t slot) const {
+  std::uint32_t block = open_.at(slot).above;
+  while (block != kNone && !open_.at(block).has(kSpecial)) block = open_.at(block).above;
+  return block;
 }
 
 // Of the elements between the formatting element and the furthest block, those stay that are in

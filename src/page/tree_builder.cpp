@@ -240,24 +240,6 @@ void TreeBuilder::closeP() {
   popUntil(Element::p);
 }
 
-// 13.2.4.3, "reconstruct the active formatting elements".
-void TreeBuilder::reconstruct() {
-  if (!formatting_.needsReconstruction()) return;
-  std::uint32_t node = formatting_.last();
-  for (;;) {
-    const std::uint32_t earlier = formatting_.at(node).earlier;
-    if (earlier == kNone || formatting_.isMarker(earlier)) break;
-    if (formatting_.at(earlier).slot != kNone) break;
-    node = earlier;
-  }
-  for (; node != kNone; node = formatting_.at(node).later) {
-    FormattingNode& entry = formatting_.at(node);
-    entry.slot = pushHtml(entry.name, entry.begin);
-    open_.at(entry.slot).note = entry.note;
-    open_.at(entry.slot).formatting = node;
-  }
-}
-
 void TreeBuilder::endTextRun() {
   skipsNewline_ = false;
   if (!inTableText_) return;

@@ -63,6 +63,8 @@ class TreeBuilder {
     bool scripting = true;
     bool quirks = false;        // of a fragment
     bool iframeSrcdoc = false;  // never in quirks mode
+    // From how many on formatting elements are reopened as one run. Changes no answer.
+    std::uint32_t fewestInRun = 16;
   };
 
   // page       the bytes that offsets count in; must outlive this
@@ -154,7 +156,9 @@ class TreeBuilder {
   void popUntil(Element element) { popTo(open_.newest(element)); }
   void generateImpliedEnds(NameNumber except = kUnknownName);
   void generateImpliedEndsThoroughly();
-  void reconstruct();
+  void reconstruct() {
+    if (formatting_.needsReconstruction()) reopen();
+  }
   void closeP();
   void closePInButtonScope() {
     if (open_.inButtonScope(Element::p)) closeP();
@@ -164,6 +168,18 @@ class TreeBuilder {
   void endTextRun();
   Step startByMode(const TagToken& tag);
   Step endByMode(NameNumber name);
+
+  // --- the list of active formatting elements: tree_formatting.cpp ---
+  void reopen();
+  bool isLongStretch(std::uint32_t first);
+  void pushFormatting(std::uint32_t node);
+  void pushRun(std::uint32_t first);
+  void clearToMarker();
+  void removeFormatting(std::uint32_t node);
+  std::uint32_t slotOf(std::uint32_t node);
+  void closeFormatting(std::uint32_t node);
+  void spreadRunFrom(std::uint32_t node);
+  void spreadRunsAbove(std::uint32_t slot);
 
   // --- text: tree_text.cpp ---
   void textByMode(TextUnits& units);
@@ -219,6 +235,7 @@ class TreeBuilder {
   void endOther(NameNumber name);
   bool adopt(NameNumber name);
   bool adoptOnce(NameNumber name);
+  std::uint32_t furthestBlock(std::uint32_t slot) const;
   void liftFormatting(std::uint32_t node, std::uint32_t block);
 
   // --- tables and templates: tree_table.cpp ---

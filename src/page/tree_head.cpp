@@ -233,7 +233,7 @@ void TreeBuilder::endTemplate() {
   if (!open_.isOpen(Element::template_)) return;
   generateImpliedEndsThoroughly();
   popUntil(Element::template_);
-  formatting_.clearToMarker();
+  clearToMarker();
   templateModes_.pop_back();
   resetMode();
 }

@@ -106,7 +106,7 @@ bool TreeBuilder::closeCaption() {
   if (!open_.inTableScope(Element::caption)) return false;
   generateImpliedEnds();
   popUntil(Element::caption);
-  formatting_.clearToMarker();
+  clearToMarker();
   mode_ = Mode::inTable;
   return true;
 }
@@ -270,7 +270,7 @@ TreeBuilder::Step TreeBuilder::endInRow(NameNumber name) {
 void TreeBuilder::closeCell() {
   generateImpliedEnds();
   popTo(open_.newestOfAny({Element::td, Element::th}));
-  formatting_.clearToMarker();
+  clearToMarker();
   mode_ = Mode::inRow;
 }
 
@@ -288,7 +288,7 @@ TreeBuilder::Step TreeBuilder::endInCell(NameNumber name) {
       if (!open_.inTableScope(open_.newestNamed(name))) return Step::done;
       generateImpliedEnds();
       popTo(open_.newestNamed(name));
-      formatting_.clearToMarker();
+      clearToMarker();
       mode_ = Mode::inRow;
       return Step::done;
     case Element::table:

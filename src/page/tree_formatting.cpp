@@ -1,0 +1,140 @@
+// The list of active formatting elements and the stack together (HTML Standard, 13.2.4.3).
+//
+// Reopening many formatting elements, over and over, is the one place where the standard makes more
+// elements than the page has tags. From some number on they go onto the stack as one entry, a run,
+// which looks like its last element. What has to tell the elements of a run apart (an end tag in
+// the middle of it that a block has to be taken out of, say) spreads it into single entries first,
+// from the element on that it asks for.
+#include "page/tree_builder.h"
+
+namespace pagescan::internal {
+
+// "Reconstruct the active formatting elements", where there are some to open.
+void TreeBuilder::reopen() {
+  std::uint32_t first = formatting_.last();
+  for (;;) {
+    if (formatting_.at(first).endsRun) first = formatting_.runOf(first)->first;
+    const std::uint32_t earlier = formatting_.at(first).earlier;
+    if (earlier == kNone || formatting_.isMarker(earlier)) break;
+    if (formatting_.at(earlier).slot != kNone) break;
+    first = earlier;
+  }
+  if (isLongStretch(first)) return pushRun(first);
+  formatting_.dissolveRuns(first);
+  for (std::uint32_t node = first; node != kNone; node = formatting_.at(node).later) {
+    pushFormatting(node);
+  }
+}
+
+// nobr is looked for in the stack itself, so it stays out of runs.
+bool TreeBuilder::isLongStretch(std::uint32_t first) {
+  if (formatting_.holds(id(Element::nobr))) return false;
+  std::uint32_t count = 0;
+  for (std::uint32_t node = first; node != kNone; node = formatting_.at(node).later) {
+    if (++count >= options_.fewestInRun) return true;
+  }
+  return false;
+}
+
+void TreeBuilder::pushFormatting(std::uint32_t node) {
+  FormattingNode& entry = formatting_.at(node);
+  entry.slot = pushHtml(entry.name, entry.begin);
+  open_.at(entry.slot).note = entry.note;
+  open_.at(entry.slot).formatting = node;
+}
+
+// A run from `first` to the end of the list.
+void TreeBuilder::pushRun(std::uint32_t first) {
+  const FormattingNode& last = formatting_.at(formatting_.last());
+  const std::uint32_t slot = open_.push(Namespace::html, last.name, last.begin, kRun);
+  open_.at(slot).note = last.note;
+  formatting_.makeRun(first, slot);
+}
+
+void TreeBuilder::clearToMarker() {
+  while (formatting_.last() != kNone) {
+    const std::uint32_t node = formatting_.last();
+    if (formatting_.isMarker(node)) return formatting_.removeMarker();
+    removeFormatting(node);
+  }
+}
+
+// Takes an element out of the list; open, it stays so.
+void TreeBuilder::removeFormatting(std::uint32_t node) {
+  if (const FormattingRun* run = formatting_.runOf(node)) {
+    if (formatting_.isOpen(*run)) {
+      spreadRunFrom(node);
+    } else {
+      formatting_.splitRun(node, true);
+    }
+  }
+  formatting_.remove(node);
+}
+
+// Where an element of the list is open, alone or in a run, or kNone.
+std::uint32_t TreeBuilder::slotOf(std::uint32_t node) {
+  const FormattingRun* run = formatting_.runOf(node);
+  return formatting_.at(run == nullptr ? node : run->last).slot;
+}
+
+// Closes an open element of the list with all above it.
+void TreeBuilder::closeFormatting(std::uint32_t node) {
+  const FormattingRun* run = formatting_.runOf(node);
+  const std::uint32_t slot = slotOf(node);
+  const bool leavesSome = run != nullptr && run->first != node;
+  popTo(slot);
+  if (run == nullptr) return;
+  formatting_.splitRun(node, true);
+  if (!leavesSome) return;
+  // What is left of the run stays open.
+  const std::uint32_t last = formatting_.at(node).earlier;
+  FormattingNode& entry = formatting_.at(last);
+  entry.slot = open_.push(Namespace::html, entry.name, entry.begin, kRun);
+  open_.at(entry.slot).note = entry.note;
+  open_.at(entry.slot).formatting = last;
+}
+
+// Gives each element of an open run, from `node` on, an entry of its own. What stands above the run
+// is pushed again. Slots change; nothing opens or closes.
+void TreeBuilder::spreadRunFrom(std::uint32_t node) {
+  const FormattingRun run = *formatting_.runOf(node);
+  const std::uint32_t form = open_.form;
+  const std::uint32_t slot = formatting_.at(run.last).slot;
+  std::vector<std::uint32_t> slots;  // of what was above
+  for (std::uint32_t at = slot; at != kNone; at = open_.at(at).above) slots.push_back(at);
+  const std::vector<OpenElement> taken = open_.takeFrom(slot);
+  formatting_.at(run.last).slot = kNone;
+  formatting_.splitRun(node, false);
+  if (node != run.first) {
+    const std::uint32_t last = formatting_.at(node).earlier;
+    FormattingNode& entry = formatting_.at(last);
+    entry.slot = open_.push(Namespace::html, entry.name, entry.begin, kRun);
+    open_.at(entry.slot).note = entry.note;
+    open_.at(entry.slot).formatting = last;
+  }
+  for (std::uint32_t at = node;; at = formatting_.at(at).later) {
+    pushFormatting(at);
+    if (at == run.last) break;
+  }
+  for (std::size_t i = 1; i < taken.size(); ++i) {
+    const OpenElement& old = taken[i];
+    const std::uint32_t pushed = open_.push(old.space, old.name, old.begin, old.traits);
+    open_.at(pushed).note = old.note;
+    open_.at(pushed).formatting = old.formatting;
+    if (old.formatting != kNone) formatting_.at(old.formatting).slot = pushed;
+    if (form == slots[i]) open_.form = pushed;
+  }
+}
+
+// Spreads the runs between an open element and the special one next above it.
+void TreeBuilder::spreadRunsAbove(std::uint32_t slot) {
+  std::uint32_t below = slot;
+  for (;;) {
+    const std::uint32_t at = open_.at(below).above;
+    if (at == kNone || open_.at(at).has(kSpecial)) return;
+    if (open_.at(at).has(kRun)) spreadRunFrom(formatting_.runOf(open_.at(at).formatting)->first);
+    below = open_.at(below).above;
+  }
+}
+
+}  // namespace pagescan::internal
