@@ -87,6 +87,11 @@ class PAGESCAN_PAGE_EXPORT Url {
   // is a base for fragments alone.
   bool hasOpaquePath() const;
 
+  // The URL as a page at `base` may write it: "#f", "?q", "page.html", "../dir/" where both have
+  // the same scheme, credentials, host and port; else the whole URL. It is never empty, and
+  // resolves against `base` to this URL again. Fails   std::bad_alloc alone
+  std::string relativeTo(const Url& base) const;
+
  private:
   std::string_view part(std::size_t begin, std::size_t end) const {
     return std::string_view(text_).substr(begin, end - begin);
