@@ -128,6 +128,16 @@ struct Kernels {
   // Encodes the range and returns the end of what was written. `out` has room for three bytes for
   // each byte and for four more.
   char* (*encodeUrl)(const UrlForms& forms, const char* begin, const char* end, char* out);
+
+  // The first quote, "@" or backslash, "/" before "*", or "(" after one of the letters l, c and t
+  // of either case; or `end`. A "(" at `begin` and a "/" before `end` count, too.
+  const char* (*findStyleMark)(const char* begin, const char* end);
+
+  // The first quote, backslash, LF, CR or FF; or `end`.
+  const char* (*findStringMark)(const char* begin, const char* end);
+
+  // The first quote, backslash, round bracket, or byte of 01 to 20 and 7F; or `end`.
+  const char* (*findUrlMark)(const char* begin, const char* end);
 };
 
 extern const Kernels* activeKernels;

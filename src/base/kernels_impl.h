@@ -18,6 +18,7 @@
 #include <cstdint>
 
 #include "base/kernels.h"
+#include "base/kernels_style_impl.h"
 #include "base/kernels_text_impl.h"
 
 namespace pagescan::internal {
@@ -304,6 +305,9 @@ constexpr Kernels kernelsOver() {
       .holdsEither = holdsEither<typename Vector::Short>,
       .decodeUrl = decodeUrl<typename Vector::Short>,
       .encodeUrl = encodeUrl<typename Vector::Short>,
+      .findStyleMark = findStyleMark<Vector, StyleMarks>,
+      .findStringMark = findStyleMark<Vector, StringMarks>,
+      .findUrlMark = findStyleMark<Vector, UrlMarks>,
   };
 }
 

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <string>
 
+#include "base/kernels.h"
 #include "page/css_characters.h"
 #include "page/css_name.h"
 #include "page/white_space.h"
@@ -26,12 +27,7 @@ enum class Role {
 };
 
 constexpr ByteClass kQuotes = ByteClass::of("\"'");
-constexpr ByteClass kWakesQuiet = kQuotes | ByteClass::of("(/\\@");
-constexpr ByteClass kWakes = kWakesQuiet | ByteClass::of(")[]{};");
-constexpr ByteClass kEndsString = kQuotes | kCssNewLine | ByteClass::of("\\");
-constexpr ByteClass kNonPrintable =
-    ByteClass::range('\x01', '\x08') | ByteClass::of("\v\x7F") | ByteClass::range('\x0E', '\x1F');
-constexpr ByteClass kEndsUrl = kQuotes | kCssWhiteSpace | kNonPrintable | ByteClass::of("()\\");
+constexpr ByteClass kWakes = kQuotes | ByteClass::of("(/\\@)[]{};");
 
 class StyleReader {
  public:
@@ -41,7 +37,7 @@ class StyleReader {
   void read() {
     startStatement();
     for (;;) {
-      at_ = findIn(css_, at_, isQuiet() ? kWakesQuiet : kWakes);
+      at_ = isQuiet() ? findQuietMark() : findIn(css_, at_, kWakes);
       if (at_ == css_.size()) return;
       wakeUp(css_[at_]);
     }
@@ -82,6 +78,14 @@ class StyleReader {
 
   // Whether brackets other than "(" mean nothing: none is recorded, then.
   bool isQuiet() const { return !isFree_ && functions_ == 0 && form_ != StyleForm::declarations; }
+
+  // Where only functions that hold URLs matter, whose names end with l, c or t.
+  std::size_t findQuietMark() const { return find(kernels().findStyleMark); }
+
+  std::size_t find(const char* (*search)(const char* begin, const char* end)) const {
+    const char* const text = css_.data();
+    return static_cast<std::size_t>(search(text + at_, text + css_.size()) - text);
+  }
 
   static constexpr std::size_t kNoImport = static_cast<std::size_t>(-1);
 
@@ -277,7 +281,7 @@ void StyleReader::close(char bracket) {
 // The content of url( without quotes, which begins at `begin`.
 void StyleReader::readUrl(std::size_t begin, Role role) {
   for (at_ = begin;;) {
-    at_ = findIn(css_, at_, kEndsUrl);
+    at_ = find(kernels().findUrlMark);
     if (next() != '\\' || !isCssEscape(css_, at_)) break;
     at_ += readCssEscape(css_, at_).length;
   }
@@ -305,7 +309,7 @@ void StyleReader::readString(Role role) {
   const char quote = css_[at_];
   const std::size_t begin = ++at_;
   for (;;) {
-    at_ = findIn(css_, at_, kEndsString);
+    at_ = find(kernels().findStringMark);
     if (at_ == css_.size() || css_[at_] == quote) break;
     if (css_[at_] == '\\') {
       at_ += isCssEscape(css_, at_) ? readCssEscape(css_, at_).length
@@ -322,9 +326,15 @@ void StyleReader::readString(Role role) {
   floor_ = at_;
 }
 
+// Looks for the "/" of the end: comments are full of stars.
 void StyleReader::skipComment() {
-  const std::size_t end = css_.find("*/", at_ + 2);
-  floor_ = at_ = end == std::string_view::npos ? css_.size() : end + 2;
+  constexpr std::size_t kShortest = 4;
+  std::size_t end = at_ + kShortest - 1;
+  do {
+    end = css_.find('/', end);
+    if (end == std::string_view::npos) end = css_.size();
+  } while (end < css_.size() && css_[end++ - 1] != '*');
+  floor_ = at_ = end;
 }
 
 void StyleReader::skipBlank() {

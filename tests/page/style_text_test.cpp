@@ -3,10 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <iterator>
 #include <random>
 #include <string>
 #include <vector>
 
+#include "base/kernels.h"
 #include "reference/page/style_references.h"
 #include "support/placement.h"
 
@@ -57,6 +59,15 @@ std::string expected(const std::string& css, StyleForm form) {
 
 constexpr StyleForm kForms[] = {StyleForm::sheet, StyleForm::declarations, StyleForm::value};
 
+// Makes one version of the kernels after the other the active one.
+void useNextKernels() {
+  using internal::KernelLevel;
+  constexpr KernelLevel kLevels[] = {KernelLevel::portable, KernelLevel::sse2, KernelLevel::avx2,
+                                     KernelLevel::avx512};
+  static std::size_t next = 0;
+  internal::useKernels(kLevels[next++ % std::size(kLevels)]);
+}
+
 // Fails once for each text on which the two differ.
 void compare(const std::string& css) {
   for (const StyleForm form : kForms) {
@@ -97,8 +108,58 @@ TEST(StyleText, ReadsTextsOfManyPiecesAsTheTwinDoes) {
     for (std::size_t pieces = 3 + random() % 20; pieces > 0; --pieces) {
       css += kPieces[random() % kPieces.size()];
     }
+    useNextKernels();
     compare(css);
   }
+}
+
+// Long runs of bytes that mean nothing put what does at all places of a vector.
+TEST(StyleText, ReadsLongTextsAsTheTwinDoes) {
+  std::mt19937 random(1121);
+  for (int count = 0; count < 6000 && !HasFailure(); ++count) {
+    std::string css = "a{}";
+    for (std::size_t pieces = 1 + random() % 8; pieces > 0; --pieces) {
+      css += kPieces[random() % kPieces.size()] + std::string(random() % 80, "xt-;"[random() % 4]);
+    }
+    useNextKernels();
+    compare(css);
+  }
+}
+
+struct Row {
+  Here here;
+  std::string_view css;
+  std::string_view found;
+};
+
+constexpr Row kSheets[] = {
+    {HERE, "@import 'a';b{c:url( d )}", "9-10 load \"a\n21-22 load conditional (d\n"},
+    {HERE, "a{}@import 'b'", "12-13 load conditional \"b\n"},
+    {HERE, "a{b:image-set('c' 1x,url(#d))}",
+     "15-16 load candidate conditional \"c\n25-27 fragment candidate conditional (#d\n"},
+    {HERE, "@namespace p url(q)", "17-18 identifier conditional (q\n"},
+    {HERE, "/**/a{}/***/b:url(\"x", "19-20 load conditional \"x\n"},
+    {HERE, "a{b:url(", ""},
+    {HERE, "a{}/*", ""},
+    {HERE, "a{}/", ""},
+    {HERE, "a{}\\", ""},
+    {HERE, "a{}url(\\", "7-8 load conditional (\xEF\xBF\xBD\n"},
+};
+
+TEST(StyleText, ReadsNothingOutsideTheText) {
+  forEachPlacement(kSheets, [](const Row& row, Placement& placement) {
+    useNextKernels();
+    EXPECT_EQ(found(placement.bytes(row.css), StyleForm::sheet), row.found);
+  });
+}
+
+TEST(StyleText, TakesDeepNestingAndManyEscapes) {
+  const std::string deep(1000000, '(');
+  EXPECT_EQ(found(deep + "url(a)", StyleForm::declarations), "1000004-1000005 load (a\n");
+  std::string escapes;
+  for (int count = 0; count < 300000; ++count) escapes += "a\\62 ";
+  EXPECT_EQ(found("a{}" + escapes + "(url(b)", StyleForm::sheet),
+            "1500008-1500009 load conditional (b\n");
 }
 
 }  // namespace
