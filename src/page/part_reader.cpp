@@ -90,7 +90,7 @@ void PartReader::readPlace(const Situation& situation, const TagAttribute& attri
   const StartTag& tag = situation.tag();
   const Place* place = firstPlace(tag.space, tag.name, attribute.name);
   while (place != nullptr && !tryPlace(*place, situation, attribute)) {
-    place = nextPlace(place, tag.space, tag.name);
+    place = nextPlace(place, page_.profiles, tag.space, tag.name);
   }
 }
 

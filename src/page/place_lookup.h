@@ -29,7 +29,7 @@ static_assert(kPlaceCount < 256);
 extern const std::array<Place, kPlaceCount> kPlaces;
 extern const PlaceTables kPlaceTables;
 
-// The first row for an attribute of an element, whatever its profile; nullptr: none.
+// The first row for an attribute of an element, of any profile; nullptr: none.
 inline const Place* firstPlace(Namespace space, NameId element, NameId attribute) {
   if (element >= kElementCount) element = kUnknownName;  // of a user's own table
   if (attribute >= kAttributeCount) return nullptr;
@@ -41,13 +41,14 @@ inline const Place* firstPlace(Namespace space, NameId element, NameId attribute
 // Whether a row is for an element.
 bool isFor(const Place& place, Namespace space, NameId element);
 
-// The next row after `place` that is for the element; nullptr: none.
-inline const Place* nextPlace(const Place* place, Namespace space, NameId element) {
+// The next row after `place` that is for the element, of a profile that is wanted; nullptr: none.
+inline const Place* nextPlace(const Place* place, Profiles wanted, Namespace space,
+                              NameId element) {
   for (;;) {
     const std::uint8_t row = kPlaceTables.next[static_cast<std::size_t>(place - kPlaces.data())];
     if (row == 0) return nullptr;
     place = &kPlaces[row - 1];
-    if (isFor(*place, space, element)) return place;
+    if ((place->profile & ~wanted) == 0 && isFor(*place, space, element)) return place;
   }
 }
 

@@ -10,11 +10,11 @@
 
 namespace pagescan::internal {
 
-// Whether a text is a word, which is given in lower case, ASCII case ignored.
-constexpr bool equalsIgnoringCase(std::string_view text, std::string_view word) {
-  if (text.size() != word.size()) return false;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (toLower(text[i]) != word[i]) return false;
+// Whether two texts are equal, ASCII case ignored.
+constexpr bool equalsIgnoringCase(std::string_view a, std::string_view b) {
+  if (a.size() != b.size()) return false;
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    if (toLower(a[i]) != toLower(b[i])) return false;
   }
   return true;
 }
