@@ -8,6 +8,7 @@
 #include <iterator>
 #include <memory>
 #include <string_view>
+#include <typeinfo>
 
 #include "base/byte_class.h"
 #include "base/numbers.h"
@@ -42,7 +43,7 @@ constexpr std::string_view kLatin1Names[] = {
 constexpr int kFirstLatin1 = 161;
 static_assert(kFirstLatin1 + std::size(kLatin1Names) == 256);
 
-// "nbsp" is the ordinary blank, deliberately: hosts compare the decoded text.
+// "nbsp" is the ordinary blank: hosts compare the decoded text.
 constexpr Entity kSpaces[] = {{"nbsp", ' '}};
 constexpr Entity kMarkup[] = {{"quot", '"'}, {"amp", '&'}, {"lt", '<'}, {"gt", '>'}};
 
@@ -100,6 +101,9 @@ class EntitiesByWord {
     const Place& place = places_[placeOf(name)];
     return place.name == 0 ? nullptr : &place.byte;
   }
+  const char* find(std::string_view name) const {
+    return name.size() > kLongestName ? nullptr : find(wordOf(name));
+  }
 
  private:
   struct Place {
@@ -119,6 +123,10 @@ class EntitiesByWord {
 };
 
 constexpr EntitiesByWord kEntitiesByWord;
+
+bool isPlainString(const RWCollectable* object) {
+  return object && typeid(*object) == typeid(RWCollectableString);
+}
 
 struct NamedReference {
   std::size_t length;  // 0 where there is none
@@ -268,19 +276,35 @@ class Shortener {
 
 }  // namespace
 
-// Most references are to entities; the pattern finds them, too, and all others. It has to when a
-// host has taken entities out of the dictionary.
+// Whether the dictionary holds what its constructor put there, and nothing else.
+bool CTQCharSet::isAsBuilt() const {
+  if (entries() != kEntities.size()) return false;
+  RWHashDictionaryIterator next(*this);
+  while (const RWCollectable* key = next()) {
+    const RWCollectable* value = next.value();
+    if (!isPlainString(key) || !isPlainString(value)) return false;
+    const char* byte = kEntitiesByWord.find(viewOf(static_cast<const RWCollectableString&>(*key)));
+    if (!byte || (static_cast<const RWCollectableString&>(*value))(0) != *byte) return false;
+  }
+  return true;
+}
+
+// The dictionary has the last word: a host may have filled it anew. A text of many references makes
+// it worth while to look whether none has, and then to read those to entities by the table.
 void CTQCharSet::convert(RWCString& text) {
-  const bool isWhole = entries() >= kEntities.size();
+  constexpr int kMany = 16;
+  int references = 0;
+  bool usesTable = false;
   Decoder decoder(*this);
   Shortener result(text);
   for (std::size_t at = text.index('&'); at != RWCString::npos;) {
-    auto [length, byte] = isWhole ? readEntity(text.data() + at, endOf(text)) : NamedReference{};
+    auto [length, byte] = usesTable ? readEntity(text.data() + at, endOf(text)) : NamedReference{};
     bool isDecoded = length > 0;
     if (!isDecoded) {
       at = text.index(*pattern, &length, at);
       if (at == RWCString::npos) break;
       isDecoded = decoder.decode(Reference(viewOf(text).substr(at, length)), byte);
+      if (++references == kMany) usesTable = isAsBuilt();
     }
     if (isDecoded) result.replace(at, length, byte);
     at = text.index('&', at + length);

@@ -202,7 +202,7 @@ constexpr ReferenceCase kHexadecimal[] = {
     {HERE, "&#xa0;"sv, "\xA0"sv},
     {HERE, "&#xFf;"sv, "\xFF"sv},
     {HERE, "&#x4;"sv, "\x04"sv},
-    // Up to two characters behind the "x".
+    // Up to two characters after the "x".
     {HERE, "&#x041;"sv, "&#x041;"sv},
     {HERE, "&#x00e9;"sv, "&#x00e9;"sv},
     {HERE, "&#x100;"sv, "&#x100;"sv},
@@ -241,7 +241,7 @@ TEST(Convert, TakesTheLastNumberWhereNoneCanBeRead) {
   forEachPlacement(kNoNumber, expectDecoded);
 }
 
-// The first two characters behind "&#", against the C library.
+// The first two characters after "&#", against the C library.
 TEST(Convert, ReadsNumbersAsTheCLibraryDoes) {
   constexpr std::string_view kCharacters =
       "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
@@ -332,6 +332,80 @@ TEST(CTQCharSet, DecodesWhatItsDictionaryHolds) {
   own.clearAndDestroy();
   EXPECT_EQ(decoded("&apos; &lt; and more text"), "&apos; &lt; and more text");
   EXPECT_EQ(decoded("&#65; and more text"), "A and more text");
+}
+
+// Fills an instance anew, as many names as before and the same but for "nbsp".
+void refill(CTQCharSet& own, RWCollectable* nbsp) {
+  own.clearAndDestroy();
+  own.insertKeyAndValue(new RWCollectableString("nbsp"), nbsp);
+  own.insertKeyAndValue(new RWCollectableString("amp"), new RWCollectableString("&"));
+  for (int i = 0; i < 98; ++i) {
+    own.insertKeyAndValue(new RWCollectableString(("e" + std::to_string(i)).c_str()),
+                          new RWCollectableString("e"));
+  }
+}
+
+struct RefillCase {
+  Here here;
+  void (*refill)(CTQCharSet& own);
+  const char* reference;
+  std::string_view expected;
+};
+const RefillCase kRefills[] = {
+    {HERE, [](CTQCharSet& own) { refill(own, new RWCollectableString("N")); }, "&nbsp;", "N"},
+    {HERE, [](CTQCharSet& own) { refill(own, new RWCollectableString("N")); }, "&amp;", "&"},
+    {HERE, [](CTQCharSet& own) { refill(own, new RWCollectableString("N")); }, "&lt;", "&lt;"},
+    {HERE, [](CTQCharSet& own) { refill(own, new RWCollectableString("N")); }, "&e7;", "e"},
+    // One of the built-in ones is changed where it is.
+    {HERE,
+     [](CTQCharSet& own) {
+       const RWCollectableString key("nbsp");
+       dynamic_cast<RWCollectableString&>(*own.findValue(&key)) = RWCString("N");
+     },
+     "&nbsp;", "N"},
+    // As many pairs as before, of which one has another name.
+    {HERE,
+     [](CTQCharSet& own) {
+       const RWCollectableString key("nbsp");
+       dynamic_cast<RWCollectableString&>(*own.find(&key)) = RWCString("else");
+     },
+     "&lt;", "<"},
+    {HERE,
+     [](CTQCharSet& own) {
+       const RWCollectableString key("nbsp");
+       dynamic_cast<RWCollectableString&>(*own.find(&key)) = RWCString("longer-name");
+     },
+     "&lt;", "<"},
+    {HERE, [](CTQCharSet&) {}, "&nbsp;", " "},
+};
+
+// At its begin, in its middle and at its end; in a short text and in a long one.
+TEST(CTQCharSet, GoesByItsDictionaryThroughoutAText) {
+  forEachRow(kRefills, [](const RefillCase& row) {
+    const SingletonKeeper keeper;
+    CTQCharSet::msSingleton = nullptr;
+    CTQCharSet own;
+    row.refill(own);
+    for (const std::size_t count : {1, 2, 15, 16, 17, 18, 100}) {
+      EXPECT_EQ(decoded(repeated(row.reference, count)), repeated(row.expected, count)) << count;
+      EXPECT_EQ(decoded(repeated(row.reference, count) + " and more text"),
+                repeated(row.expected, count) + " and more text")
+          << count;
+    }
+  });
+}
+
+// Keys and values of other kinds are left to the pattern and the dictionary.
+TEST(CTQCharSet, TakesNoNoticeOfOtherObjectsAmongAHundred) {
+  class OtherString : public RWCollectableString {
+   public:
+    explicit OtherString(const char* text) : RWCollectableString(text) {}
+  };
+  const SingletonKeeper keeper;
+  CTQCharSet::msSingleton = nullptr;
+  CTQCharSet own;
+  refill(own, new OtherString("N"));
+  EXPECT_EQ(decoded(repeated("&nbsp;", 50)), repeated("N", 50));
 }
 
 // --- Large texts ------------------------------------------------------------------------------
