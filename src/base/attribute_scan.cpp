@@ -105,4 +105,25 @@ ScannedValue scanValue(const char* begin, const char* end) {
   return {stop == end ? ScannedValue::cut : ScannedValue::whole, begin, stop};
 }
 
+ScannedAttribute scanAttribute(const char* begin, const char* end) {
+  const ScannedName scanned = scanName(begin, end);
+  const bool isLast = scanned.kind == ScannedName::lastName;
+  switch (scanned.kind) {
+    case ScannedName::bareName:
+    case ScannedName::cutName:
+    case ScannedName::lastName:
+      return {isLast, scanned.end, scanned.readTo, scanned.name(), {}};
+    case ScannedName::equals: {
+      const ScannedValue value = scanValue(scanned.next + 1, end);
+      if (value.kind != ScannedValue::whole) return {true, end, end, {}, {}};
+      return {false, value.end, value.end, scanned.name(), value.value()};
+    }
+    case ScannedName::nothing:
+    case ScannedName::tagEnd:
+    case ScannedName::strayEquals:
+      break;
+  }
+  return {true, end, scanned.readTo, {}, {}};
+}
+
 }  // namespace pagescan::internal

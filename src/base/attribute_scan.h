@@ -1,5 +1,5 @@
-// The one reading of a tag's attributes: names, and values quoted or bare. Works on [begin, end),
-// copies nothing, never throws; cost is linear in the bytes passed.
+// The one reading of a tag's attributes: names, values quoted or bare, and both at once. Works on
+// [begin, end), copies nothing, never throws; cost is linear in the bytes passed.
 #ifndef PAGESCAN_BASE_ATTRIBUTE_SCAN_H
 #define PAGESCAN_BASE_ATTRIBUTE_SCAN_H
 
@@ -50,6 +50,24 @@ struct ScannedValue {
 // Reads the value that follows a "=", from the byte after it on. There are no escapes; in quotes
 // all other bytes are content.
 ScannedValue scanValue(const char* begin, const char* end);
+
+// One attribute of a tag, or the end of its reading.
+struct ScannedAttribute {
+  bool isLast;             // nothing is read after this one
+  const char* next;        // where to go on
+  const char* readTo;      // how far the text was looked at
+  std::string_view name;   // empty when there is no attribute, or none that can be read whole
+  std::string_view value;  // for an attribute without "=" a view of nothing, its data() null
+};
+
+// Reads the next attribute: a tag's attributes are those of one call after the other.
+//
+//    src = "a.gif" alt>
+//   ^               ^  ^
+//   begin           |  next of the second call, which is the last one
+//                   next of the first: a closing quote, or the byte that ends a bare value or a
+//                   name
+ScannedAttribute scanAttribute(const char* begin, const char* end);
 
 }  // namespace pagescan::internal
 

@@ -13,38 +13,6 @@ namespace {
 // in each. Fewer cost less memory, more spare more reading.
 constexpr std::ptrdiff_t kBytesPerLine = 128;
 
-// One attribute, or the end of the reading.
-struct Step {
-  bool isLast;            // nothing is read after this one
-  const char* next;       // where to go on
-  const char* readTo;     // how far the text was looked at
-  std::string_view name;  // empty when there is no attribute
-  std::string_view value;
-};
-
-Step readAttribute(const char* at, const char* end) {
-  const ScannedName scanned = scanName(at, end);
-  switch (scanned.kind) {
-    case ScannedName::bareName:
-    case ScannedName::cutName:
-    case ScannedName::lastName:
-      return {
-          scanned.kind == ScannedName::lastName, scanned.end, scanned.readTo, scanned.name(), {}};
-    case ScannedName::equals: {
-      const ScannedValue value = scanValue(scanned.next + 1, end);
-      if (value.kind == ScannedValue::whole) {
-        return {false, value.end, value.end, scanned.name(), value.value()};
-      }
-      return {true, end, end, {}, {}};
-    }
-    case ScannedName::nothing:
-    case ScannedName::tagEnd:
-    case ScannedName::strayEquals:
-      break;
-  }
-  return {true, end, scanned.readTo, {}, {}};
-}
-
 }  // namespace
 
 bool TagAttributeReader::crossesLine(const char* from, const char* to) const {
@@ -85,7 +53,7 @@ void TagAttributeReader::read(const char* nameEnd, const char* tagEnd, Attribute
   while (at < end_ && (!trail.empty() || !found.hasAll(wanted))) {
     const bool usesMarks = at > tagEnd && hasReadFar();
     if (usesMarks && (known = markAt(at))) break;
-    const Step step = readAttribute(at, end_);
+    const ScannedAttribute step = scanAttribute(at, end_);
     if (step.readTo > tagEnd) readPastTags_ += step.readTo - std::max(at, tagEnd);
     if (usesMarks && crossesLine(at, step.readTo)) trail.push_back({at, 0});
     const std::size_t id = findAttributeOfInterest(step.name);

@@ -35,7 +35,7 @@ class AttributeTable {
   static void insert(RWHashDictionary& table, const RWCollectableString& name,
                      std::unique_ptr<RWCollectable> value) {
     auto key = std::make_unique<RWCollectableString>(name);
-    table.insertKeyAndValue(key.get(), value.get());
+    if (!table.insertKeyAndValue(key.get(), value.get())) return;
     key.release();
     value.release();
   }
@@ -56,26 +56,12 @@ void CHTMLAttributeFinder::FindAttributes(RWCString& text, unsigned long& pos,
   htmlSkipWhiteSpaces(text, text.length(), pos);
   const char* end = endOf(text);
   while (pos < text.length()) {
-    const ScannedName scanned = scanName(text.data() + pos, end);
-    switch (scanned.kind) {
-      case ScannedName::nothing:
-      case ScannedName::tagEnd:
-      case ScannedName::strayEquals:
-        return;
-      case ScannedName::bareName:
-      case ScannedName::cutName:
-      case ScannedName::lastName:
-        pos = offsetIn(text, scanned.end);
-        table.record(scanned.name(), {}, kNoOffset);
-        if (scanned.kind == ScannedName::lastName) return;
-        break;
-      case ScannedName::equals: {
-        const ScannedValue value = scanValue(scanned.next + 1, end);
-        if (value.kind != ScannedValue::whole) return;
-        pos = offsetIn(text, value.end);
-        table.record(scanned.name(), value.value(), static_cast<int>(offsetIn(text, value.begin)));
-        break;
-      }
-    }
+    const ScannedAttribute scanned = scanAttribute(text.data() + pos, end);
+    if (scanned.name.empty()) return;
+    pos = offsetIn(text, scanned.next);
+    const char* value = scanned.value.data();
+    table.record(scanned.name, scanned.value,
+                 value ? static_cast<int>(offsetIn(text, value)) : kNoOffset);
+    if (scanned.isLast) return;
   }
 }

@@ -400,6 +400,14 @@ TEST(AllocationFailure, FindingAttributes) {
          unsigned long pos = 3;
          CHTMLAttributeFinder().FindAttributes(s[0], pos, values.dictionary, offsets.dictionary);
        }},
+      // One dictionary for both: what it refuses is not lost.
+      {HERE,
+       {"<img an-attribute-of-a-long-name='and a value that is as long' b=2>"},
+       [](Strings& s) {
+         Owned both;
+         unsigned long pos = 3;
+         CHTMLAttributeFinder().FindAttributes(s[0], pos, both.dictionary, both.dictionary);
+       }},
   });
 }
 
@@ -460,7 +468,7 @@ TEST(AllocationFailure, Records) {
 
 constexpr char kPageUrl[] = "http://www.example.com/a/directory/of/pages/page.html?query#part";
 
-// Tags with many attributes, a long name and value, comments, scripts, and unclosed quotes behind
+// Tags with many attributes, a long name and value, comments, scripts, and unclosed quotes after
 // which the attributes of later tags are read again.
 std::string page() {
   return "<!-- one --><base href=http://www.example.com/base/><script src=s.js>x()</script>"
