@@ -47,7 +47,7 @@ class Overwriter {
 
 struct Script {
   std::size_t start;
-  std::size_t tagEnd;  // the first ">" behind the opening delimiter
+  std::size_t tagEnd;  // the first ">" after the opening delimiter
   std::size_t close;
 
   bool isEndless() const { return tagEnd >= close; }
@@ -171,9 +171,9 @@ class PageBlanker {
   RWCString& text_;
   Overwriter overwriter_;
   std::size_t comment_ = RWCString::npos;  // where the open comment began
-  std::size_t commentsEnd_ = 0;            // behind the last closed comment
+  std::size_t commentsEnd_ = 0;            // after the last closed comment
   std::size_t bodyStart_ = 0;              // of the last script
-  std::size_t scriptsEnd_ = 0;             // behind the last script
+  std::size_t scriptsEnd_ = 0;             // after the last script
 };
 
 }  // namespace
@@ -190,9 +190,10 @@ void blankScriptsAndComments(RWCString& text) {
   PageBlanker(text).run();
 }
 
-std::size_t findEndlessScript(const RWCString& text) {
+std::size_t findEndlessScript(const RWCString& text, std::size_t start) {
   Script script{};
-  for (std::size_t pos = 0; findScript(text, pos, script); pos = script.end()) {
+  if (start > text.length()) return RWCString::npos;
+  for (std::size_t pos = start; findScript(text, pos, script); pos = script.end()) {
     if (script.isEndless()) return script.start;
   }
   return RWCString::npos;

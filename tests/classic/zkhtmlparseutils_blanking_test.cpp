@@ -49,7 +49,7 @@ constexpr RegionCase kComments[] = {
     {HERE, "<!--", "-->", "x<!-- <img src=a.gif> -->y"sv, "x<p>                 </p>y"sv},
     {HERE, "<!--", "-->", "<!-- \0\xFF -->"sv, "<p>    </p>"sv},
     {HERE, "<!--", "-->", "<!-- <!-- -->-"sv, "<p>      </p>-"sv},
-    // Too short for "<p></p>": left as they are, and the scan goes on behind them.
+    // Too short for "<p></p>": left as they are, and the scan goes on after them.
     {HERE, "<!--", "-->", "<!--->"sv, "<!--->"sv},
     {HERE, "<!--", "-->", "<!-->"sv, "<!-->"sv},
     {HERE, "<!--", "-->", "<!--> x <!-- y -->"sv, "<!--> x <p>   </p>"sv},
@@ -88,7 +88,7 @@ constexpr RegionCase kOtherRegions[] = {
     {HERE, ""sv, ">"sv, "ab>abcdefgh>"sv, "ab><p>  </p>"sv},
     {HERE, ""sv, ">"sv, ">abcdefgh>"sv, ">abcdefgh>"sv},
     {HERE, ""sv, ">"sv, "abcdef"sv, "abcdef"sv},
-    // An empty closer is found where the scan stands, so never behind the opener.
+    // An empty closer is found where the scan stands, so never after the opener.
     {HERE, "<"sv, ""sv, "<abcdefgh>"sv, "<abcdefgh>"sv},
     {HERE, "<"sv, ""sv, "ab<abcdefgh>"sv, "ab<abcdefgh>"sv},
     {HERE, ""sv, ""sv, "abcdefgh"sv, "abcdefgh"sv},
@@ -111,7 +111,7 @@ constexpr RegionCase kOtherRegions[] = {
      "x a begin that is longer than thirty-two bytes"sv},
     {HERE, "<"sv, kLongDelimiter, "<a begin that is longer than thirty-two bytes"sv,
      "<p>                                      </p>"sv},
-    // The closer no longer fits behind the scan's place.
+    // The closer no longer fits after the scan's place.
     {HERE, "<"sv, "a closer that is longer than the text"sv, "<x>"sv, "<x>"sv},
 };
 
@@ -210,6 +210,31 @@ TEST(TqFindEndlessScript, NamesTheOpeningTagWithoutItsEnd) {
     RWCString& text = place.string(row.text);
     EXPECT_EQ(tqFindEndlessScript(text), row.offset);
     EXPECT_EQ(bytesOf(text), row.text);
+  });
+}
+
+struct StartCase {
+  Here here;
+  std::string_view text;
+  std::size_t start;
+  std::size_t offset;
+};
+constexpr StartCase kStarts[] = {
+    {HERE, "<script</script>"sv, 0, 0},
+    {HERE, "<script</script>"sv, 1, npos},
+    {HERE, "<script</script>"sv, 16, npos},
+    {HERE, "<script</script>"sv, 17, npos},
+    {HERE, "<script</script>"sv, npos, npos},
+    {HERE, ""sv, 0, npos},
+    {HERE, "<script</script><script</script>"sv, 16, 16},
+    {HERE, "<script>a</script> <script x</script>"sv, 18, 19},
+    // A stray end after the start is one, as it is in blanking.
+    {HERE, "<script>a</script> <script x</script>"sv, 9, npos},
+};
+
+TEST(TqFindEndlessScript, LooksFromAStartOn) {
+  forEachPlacement(kStarts, [](const StartCase& row, Placement& place) {
+    EXPECT_EQ(tqFindEndlessScript(place.string(row.text), row.start), row.offset);
   });
 }
 
