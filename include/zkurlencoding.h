@@ -60,10 +60,10 @@ class PAGESCAN_EXPORT UrlEncoding {
   // Cost    linear in both; usually one allocation.
   static bool EncodeString(RWCString& source, RWCString& destination, EncodingType type);
 
-  // Decodes `text` in place: "+" to a blank (but not for eChrome94 and eSiebel, and also for
-  // eNone, deliberately), "%" and two hexadecimal digits to a byte. A "%" that would give a byte
+  // Decodes `text` in place: "+" to a blank (also for eNone, but not for eChrome94 and
+  // eSiebel), "%" and two hexadecimal digits to a byte. A "%" that would give a byte
   // below 32, or that no number follows, becomes the placeholder; one with fewer than two bytes
-  // behind it stays. Single pass: "%2541" becomes "%41".
+  // after it stays. Single pass: "%2541" becomes "%41".
   // Returns whether anything was decoded; a placeholder does not count.
   // Cost    linear in the text.
   static bool DecodeString(RWCString& text, EncodingType type);

@@ -45,77 +45,12 @@ constinit CharArray UrlEncoding::cSiebelChars{kSiebelBytes.entries};
 
 CharArray::~CharArray() = default;
 
-// --- The fill functions -----------------------------------------------------------------------
-// The second way to the same tables, step by step, each flavour made from another one.
+// --- Filling a table of a host ----------------------------------------------------------------
 
 namespace {
 
-using Entries = char[256][4];
-
-constexpr void fillBrowser(Entries& entries) {
-  escapeAllButLettersAndDigits(entries, kUpperDigits);
-  replaceByte(entries, ' ', "+");
-  keep(entries, "@*_-.");
-}
-
-constexpr void fillEscape(Entries& entries) {
-  fillBrowser(entries);
-  replaceByte(entries, ' ', "%20");
-  keep(entries, "+/");
-}
-
-constexpr void fillEscapeURIComponent(Entries& entries) {
-  fillBrowser(entries);
-  replaceByte(entries, ' ', "%20");
-  replaceByte(entries, '@', "%40");
-  keep(entries, "~!()'`");
-}
-
-constexpr void fillEscapeURI(Entries& entries) {
-  fillEscapeURIComponent(entries);
-  keep(entries, "@#$&+=;:?/");
-}
-
-constexpr void fillChrome(Entries& entries) {
-  fillEscapeURIComponent(entries);
-  replaceByte(entries, ' ', "+");
-  keep(entries, "()<>~!*_-");
-}
-
-constexpr void fillChrome94(Entries& entries) {
-  escapeAllButLettersAndDigits(entries, kUpperDigits);
-  keep(entries, "!$%()*+,-./:;@[\\]^_`{|}~");
-}
-
-constexpr void fillSiebel(Entries& entries) {
-  escapeAllButLettersAndDigits(entries, kLowerDigits);
-  keep(entries, "!$_()+*',-.");
-}
-
-constexpr std::string_view kSignInBrowserSign = "%40";
-
-constexpr void fillBrowserSign(Entries& entries) {
-  fillBrowser(entries);
-  replaceByte(entries, '@', kSignInBrowserSign);
-}
-
-constexpr EncodedBytes filledBy(void (*fill)(Entries&)) {
-  EncodedBytes table{};
-  fill(table.entries);
-  return table;
-}
-
-static_assert(filledBy(fillBrowser) == kBrowserBytes);
-static_assert(filledBy(fillBrowserSign) == kBrowserSignBytes);
-static_assert(filledBy(fillEscape) == kEscapeBytes);
-static_assert(filledBy(fillEscapeURI) == kEscapeURIBytes);
-static_assert(filledBy(fillEscapeURIComponent) == kURIComponentBytes);
-static_assert(filledBy(fillChrome) == kChromeBytes);
-static_assert(filledBy(fillChrome94) == kChrome94Bytes);
-static_assert(filledBy(fillSiebel) == kSiebelBytes);
-
-bool fill(CharArray& table, void (*fillEntries)(Entries&)) {
-  fillEntries(table.entries);
+bool fill(CharArray& table, const EncodedBytes& bytes) {
+  std::memcpy(table.entries, bytes.entries, sizeof table.entries);
   return true;
 }
 
@@ -125,11 +60,9 @@ void updateEntry(char (&entry)[4], const char (&wanted)[4]) {
   if (std::memcmp(entry, wanted, sizeof entry) != 0) std::memcpy(entry, wanted, sizeof entry);
 }
 
-bool update(CharArray& table, bool (*fillTable)(CharArray&)) noexcept {
-  CharArray filled;
-  fillTable(filled);
+bool update(CharArray& table, const EncodedBytes& bytes) noexcept {
   for (std::size_t byte = 0; byte < 256; ++byte) {
-    updateEntry(table.entries[byte], filled.entries[byte]);
+    updateEntry(table.entries[byte], bytes.entries[byte]);
   }
   return true;
 }
@@ -142,46 +75,41 @@ bool UrlEncoding::FillASCII_chars(CharArray& table, bool upper) {
 }
 
 bool UrlEncoding::FillBrowserSpecials(CharArray& table) {
-  return fill(table, fillBrowser);
+  return fill(table, kBrowserBytes);
 }
 
 bool UrlEncoding::FillEscapeSpecials(CharArray& table) {
-  return fill(table, fillEscape);
+  return fill(table, kEscapeBytes);
 }
 
 bool UrlEncoding::FillEscapeURIComponentSpecials(CharArray& table) {
-  return fill(table, fillEscapeURIComponent);
+  return fill(table, kURIComponentBytes);
 }
 
 bool UrlEncoding::FillEscapeURISpecials(CharArray& table) {
-  return fill(table, fillEscapeURI);
+  return fill(table, kEscapeURIBytes);
 }
 
 bool UrlEncoding::FillChromeSpecials(CharArray& table) {
-  return fill(table, fillChrome);
+  return fill(table, kChromeBytes);
 }
 
 bool UrlEncoding::FillChrome94Specials(CharArray& table) {
-  return fill(table, fillChrome94);
+  return fill(table, kChrome94Bytes);
 }
 
 bool UrlEncoding::FillSiebelSpecials(CharArray& table) {
-  return fill(table, fillSiebel);
+  return fill(table, kSiebelBytes);
 }
 
 void UrlEncoding::initAllArrays() {
   // GCOVR_EXCL_BR_START: whether another thread fills a table at the same time is up to chance
-  [[maybe_unused]] static const bool browser = update(cBrowserChars, FillBrowserSpecials);
-  [[maybe_unused]] static const bool escape = update(cEscapeChars, FillEscapeSpecials);
-  [[maybe_unused]] static const bool uriComponent =
-      update(cEscapeURIComponentChars, FillEscapeURIComponentSpecials);
-  [[maybe_unused]] static const bool uri = update(cEscapeURIChars, FillEscapeURISpecials);
-  [[maybe_unused]] static const bool chrome = update(cChromeChars, FillChromeSpecials);
-  [[maybe_unused]] static const bool chrome94 = update(cChromeChars94, FillChrome94Specials);
-  [[maybe_unused]] static const bool siebel = update(cSiebelChars, FillSiebelSpecials);
-  // Not by the browser's own fill: a reader must never see "@" unescaped here.
-  [[maybe_unused]] static const bool sign =
-      update(cBrowserCharsSign, [](CharArray& table) { return fill(table, fillBrowserSign); });
+  [[maybe_unused]] static const bool areFilled =
+      update(cBrowserChars, kBrowserBytes) && update(cEscapeChars, kEscapeBytes) &&
+      update(cEscapeURIComponentChars, kURIComponentBytes) &&
+      update(cEscapeURIChars, kEscapeURIBytes) && update(cChromeChars, kChromeBytes) &&
+      update(cChromeChars94, kChrome94Bytes) && update(cSiebelChars, kSiebelBytes) &&
+      update(cBrowserCharsSign, kBrowserSignBytes);
   // GCOVR_EXCL_BR_STOP
   updateEntry(cBrowserCharsSign.entries[toByte('@')], kBrowserSignBytes.entries[toByte('@')]);
 }
@@ -221,7 +149,7 @@ UrlEncoding::EncodingType knownType(UrlEncoding::EncodingType type) {
   return isKnown ? type : UrlEncoding::eBrowser;
 }
 
-// Also where nothing is encoded, deliberately.
+// Also where nothing is encoded.
 bool plusIsBlank(UrlEncoding::EncodingType type) {
   const int known = knownType(type);
   return known == UrlEncoding::eNone || kFlavours[static_cast<std::size_t>(known) - 1].plusIsBlank;
@@ -429,14 +357,24 @@ bool isCanonicalByRoundTrip(std::string_view text, UrlEncoding::EncodingType typ
   return true;
 }
 
-// Finds the flavours of which a text is canonical, all in one pass and without building a string.
+// Finds the flavours of which a text is canonical, all in one pass and without building a string. A
+// text is canonical when decoding and encoding give it back as it was. Flavours are struck off a
+// set byte by byte:
 //
-// A text is canonical exactly when each byte that stands for itself, and each escape, is what the
-// encoder makes of it alone. What the encoder makes of anything else differs there and then, but
-// for two cases: it may be the "%" that the escape begins with, and a "%" cut off at the end may
-// grow into an escape. Neither can be made up for by what follows or went before. That holds for
-// the placeholder that the library comes with, unless decoding brings this very text about: then
-// it is encoded as "%".
+//   ab+%2f
+//   ab       every flavour keeps letters
+//   +        those that write it for a blank, and those that keep it and do not read it as one
+//   %2f      those that escape "/", with digits in lower case: eSiebel alone is left
+//
+// One byte or escape can be judged without the others: where the encoder writes anything else for
+// it, the two texts differ at that place, whatever stands around it. Only "%" needs more care:
+//   no escape begins with it     it is decoded to the placeholder and encoded as "%" again: it
+//   stays it is cut off at the end     it is not decoded, so only the flavours that keep "%" give
+//   it back
+//   "%26%2325;", or a mixture    it is decoded to the placeholder's own text, which is encoded as
+//   "%":
+//                                canonical of no flavour
+// All this goes for the placeholder that the library comes with.
 class CanonicalFlavours {
  public:
   CanonicalFlavours(std::string_view text, FlavourSet candidates)

@@ -12,20 +12,20 @@
 
 namespace pagescan::internal {
 
-// The bytes of a text that is a flavour's own canonical form are told by three things.
+// A flavour of percent encoding. Which bytes it writes follows from the first three.
 struct Flavour {
   std::string_view literals;  // what stands for itself, besides letters and digits
   std::string_view blank;     // what " " becomes
-  std::string_view digits;    // the hexadecimal digits behind "%"
+  std::string_view digits;    // the hexadecimal digits after "%"
   bool plusIsBlank;           // whether decoding makes "+" a blank
 };
 
 inline constexpr std::string_view kUpperDigits = "0123456789ABCDEF";
 inline constexpr std::string_view kLowerDigits = "0123456789abcdef";
 
-// Three of these choices look like slips and are deliberate: the grave accent stays in the URI
-// component, URI and Chrome flavours; the comma does not stay in the URI flavour; and "%" itself
-// stays in the Chrome94 flavour.
+// Three of these choices look like slips, but are how those flavours are: the grave accent stays in
+// the URI component, URI and Chrome flavours; the comma does not stay in the URI flavour; and "%"
+// itself stays in the Chrome94 flavour.
 // clang-format off
 inline constexpr Flavour kBrowser      {"@*_-.",                       "+",   kUpperDigits, true};
 inline constexpr Flavour kEscape       {"@*_-.+/",                     "%20", kUpperDigits, true};
@@ -81,13 +81,6 @@ constexpr EncodedBytes encodedBytes(const Flavour& flavour) {
   keep(table.entries, flavour.literals);
   replaceByte(table.entries, ' ', flavour.blank);
   return table;
-}
-
-constexpr bool operator==(const EncodedBytes& a, const EncodedBytes& b) {
-  for (std::size_t byte = 0; byte < 256; ++byte) {
-    if (std::string_view(a.entries[byte], 4) != std::string_view(b.entries[byte], 4)) return false;
-  }
-  return true;
 }
 
 constexpr bool staysAsItIs(const EncodedBytes& table, std::size_t byte) {
@@ -174,7 +167,7 @@ constexpr FlavoursByByte flavoursEscaping() {
   });
 }
 
-// The flavours whose encoder may write this digit behind "%".
+// The flavours whose encoder may write this digit after "%".
 constexpr FlavoursByByte flavoursOfDigit() {
   return flavoursWith([](const Flavour& flavour, const EncodedBytes&, std::size_t byte) {
     return flavour.digits.find(static_cast<char>(byte)) != std::string_view::npos;
