@@ -7,14 +7,6 @@
 namespace pagescan::internal {
 namespace {
 
-constexpr std::size_t kLetterCodes = 32;
-
-// The low five bits of a letter are the same in either case. Other bytes share them: whatever is
-// looked up by them must be compared in full afterwards.
-constexpr std::size_t letterCode(char c) {
-  return toByte(c) % kLetterCodes;
-}
-
 // The first two letters tell the tags apart.
 constexpr std::size_t pairCode(char first, char second) {
   return letterCode(first) * kLetterCodes + letterCode(second);
@@ -31,10 +23,12 @@ constexpr auto kTagsByPair = [] {
   }
   return tags;
 }();
-static_assert(std::count_if(kTagsByPair.begin(), kTagsByPair.end(),
-                            [](std::uint8_t tag) { return tag != kNoTag; }) == kTags);
+static_assert(
+    std::count_if(kTagsByPair.begin(), kTagsByPair.end(),
+                  [](std::uint8_t tag) { return tag != kNoTag; }) == kTags,
+    "two tags of the table begin with the same two letters, by which they are told apart");
 
-// A letter behind the first one of a tag's name is of one of seven kinds. The eighth is for the
+// A letter after the first one of a tag's name is of one of seven kinds. The eighth is for the
 // bytes that are skipped in front of names: anything may follow those.
 constexpr unsigned char kindOf(char second) {
   return static_cast<unsigned char>(1U << letterCode(second) % 7);
