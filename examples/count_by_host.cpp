@@ -46,7 +46,7 @@ int main(int argc, char** argv) {
   if (!page) return 1;
 
   HostCounter counter;
-  CHTMLOffsetParser parser(argv[2]);
+  CHTMLOffsetParser parser(baseOf(*page, argv[2]).c_str());
   parser.SetDietVirtualQueue(&counter);
   parser.ParseHTML(page->c_str(), page->size());
 

@@ -51,7 +51,7 @@ class Converter {
     return handle_ != reinterpret_cast<iconv_t>(-1);  // NOLINT(performance-no-int-to-ptr): POSIX
   }
 
-  // A byte, and of UTF-8 the continuation bytes behind it.
+  // A byte, and of UTF-8 the continuation bytes after it.
   void skipCharacter(char*& in, std::size_t& length) const {
     do {
       ++in;

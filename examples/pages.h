@@ -6,15 +6,19 @@
 
 #include <fstream>
 #include <iostream>
-#include <iterator>
 #include <optional>
 #include <string>
 
 // The bytes of a page that can be parsed, or nothing, with a message, for one that cannot.
 inline std::optional<std::string> readPage(const char* path) {
   std::ifstream file(path, std::ios::binary);
-  std::string page((std::istreambuf_iterator<char>(file)), {});
-  if (!file) {
+  std::string page;
+  for (char piece[4096]; file;) {
+    file.read(piece, sizeof piece);
+    page.append(piece, static_cast<std::size_t>(file.gcount()));
+  }
+  const bool isRead = file.is_open() && !file.bad();  // a directory can be opened but not read
+  if (!isRead) {
     std::cerr << path << ": cannot be read\n";
     return std::nullopt;
   }
@@ -43,6 +47,24 @@ void forEachLoaded(CZKHTMLDietTransactionsObject& record, Use use) {
     CZKHTMLDietAttributeObject* attribute = record.GetAttributeObject(name);
     if (RWCString(attribute->GetOriginalAttributeValue()).length() > 0) use(*attribute);
   }
+}
+
+// The URL against which a page's values are to be resolved: that of its first BASE, else its own.
+inline std::string baseOf(const std::string& page, const char* url) {
+  struct BaseFinder : CZKHtmlDietVirtualQueue {
+    bool insert(CZKHTMLDietTransactionsObject* record) override {
+      const bool isFirst = base.length() == 0 && RWCString(record->GetTagName()) == "BASE";
+      if (isFirst) base = record->GetFirstAttributeObject()->GetAttributeValue();
+      return true;
+    }
+    RWCString base;
+  };
+  BaseFinder finder;
+  CHTMLOffsetParser parser(url);
+  parser.SetDietVirtualQueue(&finder);
+  parser.ParseHTML(page.c_str(), page.size());
+  CTQCharSet::fsGetSingleton()->convert(finder.base);
+  return finder.base.length() > 0 ? finder.base.data() : url;
 }
 
 // Whether an absolute URL is one of http or https.

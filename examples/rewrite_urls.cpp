@@ -1,6 +1,7 @@
 // Writes a page whose web resources go through a gateway: rewrite_urls PAGE URL GATEWAY
 //
-// Each URL is replaced where it stands, by its offset; every other byte of the page stays.
+// Each URL is replaced where it stands, by its offset; every other byte of the page stays. A BASE
+// stays as well: for a page that has one the gateway's address must be absolute.
 #include <pagescan.h>
 
 #include <algorithm>
@@ -84,7 +85,7 @@ int main(int argc, char** argv) {
   if (!page) return 1;
 
   EditMaker maker(*page, argv[3]);
-  CHTMLOffsetParser parser(argv[2]);
+  CHTMLOffsetParser parser(baseOf(*page, argv[2]).c_str());
   parser.SetDietVirtualQueue(&maker);
   parser.ParseHTML(page->c_str(), page->size());
   std::cout << edited(*page, maker.edits());
