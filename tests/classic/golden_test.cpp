@@ -20,14 +20,14 @@ std::vector<std::string> operationNames() {
 class Golden : public testing::TestWithParam<std::string> {};
 
 TEST_P(Golden, GivesEveryExpectedAnswer) {
-  checkGoldenCases(PAGESCAN_SHARED_DIR, GetParam(), libraryOperations().at(GetParam()));
+  checkGoldenCases(GetParam(), libraryOperations().at(GetParam()));
 }
 
 INSTANTIATE_TEST_SUITE_P(Operations, Golden, testing::ValuesIn(operationNames()),
                          [](const auto& operation) { return operation.param; });
 
 TEST(GoldenTable, HasEveryOperationOfTheCaseFile) {
-  checkEveryOperationIsRun(PAGESCAN_SHARED_DIR, libraryOperations());
+  checkEveryOperationIsRun(libraryOperations());
 }
 
 TEST(GoldenPages, GiveEveryExpectedRecord) {

@@ -19,15 +19,14 @@ std::vector<std::string> operationNames() {
 class ReferenceGolden : public testing::TestWithParam<std::string> {};
 
 TEST_P(ReferenceGolden, GivesEveryExpectedAnswer) {
-  pagescan::tests::checkGoldenCases(PAGESCAN_SHARED_DIR, GetParam(),
-                                    reference::operations().at(GetParam()));
+  pagescan::tests::checkGoldenCases(GetParam(), reference::operations().at(GetParam()));
 }
 
 INSTANTIATE_TEST_SUITE_P(Operations, ReferenceGolden, testing::ValuesIn(operationNames()),
                          [](const auto& operation) { return operation.param; });
 
 TEST(ReferenceGoldenTable, HasEveryOperationOfTheCaseFile) {
-  pagescan::tests::checkEveryOperationIsRun(PAGESCAN_SHARED_DIR, reference::operations());
+  pagescan::tests::checkEveryOperationIsRun(reference::operations());
 }
 
 TEST(ReferenceGoldenPages, GiveEveryExpectedRecord) {

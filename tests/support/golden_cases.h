@@ -1,8 +1,9 @@
-// Runs expected answers that stand in a folder beside the project: single calls and whole pages.
+// Runs expected answers: those of single calls, which stand in tests/classic/golden, and those of
+// whole pages in a folder beside the project.
 //
 // A test fills an OperationTable with its own functions and has each operation's cases run; twins
 // and library share the reading, the shape of the outputs and the messages. Texts are bytes.
-// Where the folder is missing, the test that asks for it is skipped.
+// Where the folder is missing, the test of the pages is skipped.
 #ifndef PAGESCAN_TESTS_SUPPORT_GOLDEN_CASES_H
 #define PAGESCAN_TESTS_SUPPORT_GOLDEN_CASES_H
 
@@ -44,7 +45,7 @@ struct GoldenPage {
 };
 
 // Both throw std::exception on a file that does not read as it should.
-std::vector<GoldenCase> readGoldenCases(const std::string& sharedDir);
+std::vector<GoldenCase> readGoldenCases();
 std::vector<GoldenPage> readGoldenPages(const std::string& sharedDir);
 
 // From a case's args to its outputs.
@@ -52,11 +53,10 @@ using Operation = std::function<Texts(const Texts& args)>;
 using OperationTable = std::map<std::string, Operation>;
 
 // Fails the test for each case of the operation that gives another answer, and when there is none.
-void checkGoldenCases(const std::string& sharedDir, const std::string& op,
-                      const Operation& operation);
+void checkGoldenCases(const std::string& op, const Operation& operation);
 
 // Fails the test for each operation of the case file that the table lacks.
-void checkEveryOperationIsRun(const std::string& sharedDir, const OperationTable& table);
+void checkEveryOperationIsRun(const OperationTable& table);
 
 // Fails the test at the first record of each page that differs.
 using PageParser =

@@ -9,6 +9,7 @@
 
 #include "pagescan.h"
 #include "support/placement.h"
+#include "support/record_attributes.h"
 
 namespace pagescan::tests {
 namespace {
@@ -126,14 +127,8 @@ GoldenAttribute goldenOf(CZKHTMLDietAttributeObject& attribute) {
 // The attributes with the record's first one in front; the order of the others is not shown.
 GoldenRecord goldenOf(CZKHTMLDietTransactionsObject& record) {
   GoldenRecord golden{record.GetTagName(), {}};
-  RWOrdered names;
-  record.GetAttributeNames(names);
-  CZKHTMLDietAttributeObject* const first = record.GetFirstAttributeObject();
-  if (first != nullptr) golden.attributes.push_back(goldenOf(*first));
-  for (std::size_t i = 0; i < names.entries(); ++i) {
-    auto& name = dynamic_cast<RWCollectableString&>(*names.at(i));
-    CZKHTMLDietAttributeObject* const attribute = record.GetAttributeObject(name);
-    if (attribute != first) golden.attributes.push_back(goldenOf(*attribute));
+  for (CZKHTMLDietAttributeObject* const attribute : attributesOf(record)) {
+    golden.attributes.push_back(goldenOf(*attribute));
   }
   return golden;
 }

@@ -1,7 +1,7 @@
 // Stands the texts of a test where one byte too far is caught.
 //
 // A table row runs three times: with its texts in exact-size heap blocks (AddressSanitizer sees
-// both ends), flush against an unreadable page behind them, and flush behind such a page (every
+// both ends), flush against an unreadable page after them, and flush after such a page (every
 // build faults there).
 #ifndef PAGESCAN_TESTS_SUPPORT_PLACEMENT_H
 #define PAGESCAN_TESTS_SUPPORT_PLACEMENT_H
@@ -51,7 +51,7 @@ class Placement {
   const char* cString(std::string_view text);
 
   // A string object that stands flush itself: of a text of up to 15 bytes, which stands in the
-  // object, the place behind the closing NUL of the longest one is unreadable. Longer ones are
+  // object, the place after the closing NUL of the longest one is unreadable. Longer ones are
   // built from pointer and length, so that their heap block is exact.
   // Inline, so that the tests of a library without string objects need none.
   RWCString& string(std::string_view text) {

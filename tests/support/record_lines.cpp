@@ -5,23 +5,12 @@
 #include <algorithm>
 #include <vector>
 
-#include "rw/rwcollectables.h"
+#include "support/record_attributes.h"
 #include "zkhtmldietattributeobject.h"
 #include "zkhtmldiettransactiondata.h"
 
 namespace pagescan::tests {
 namespace {
-
-std::vector<CZKHTMLDietAttributeObject*> attributesOf(CZKHTMLDietTransactionsObject& record) {
-  RWOrdered names;
-  record.GetAttributeNames(names);
-  std::vector<CZKHTMLDietAttributeObject*> attributes;
-  for (std::size_t i = 0; i < names.entries(); ++i) {
-    attributes.push_back(
-        record.GetAttributeObject(dynamic_cast<RWCollectableString&>(*names.at(i))));
-  }
-  return attributes;
-}
 
 // Only its dump shows a record's order. No name holds a line end.
 void sortAsDumped(CZKHTMLDietTransactionsObject& record,

@@ -14,6 +14,7 @@
 
 #include "pagescan.h"
 #include "support/placement.h"
+#include "support/record_attributes.h"
 #include "support/texts.h"
 
 namespace pagescan::tests {
@@ -136,13 +137,10 @@ class Sink : public CZKHtmlDietVirtualQueue {
  public:
   bool insert(CZKHTMLDietTransactionsObject* record) override {
     text += record->GetTagName();
-    RWOrdered names;
-    record->GetAttributeNames(names);
-    for (std::size_t i = 0; i < names.entries(); ++i) {
-      auto& name = dynamic_cast<RWCollectableString&>(*names.at(i));
-      CZKHTMLDietAttributeObject& attribute = *record->GetAttributeObject(name);
-      text += std::string(" ") + attribute.GetAttributeName() + "=" + attribute.GetAttributeValue();
-      text += "@" + std::to_string(attribute.GetAttributeOffset());
+    for (CZKHTMLDietAttributeObject* const attribute : attributesOf(*record)) {
+      text += std::string(" ") + attribute->GetAttributeName() + "=";
+      text += attribute->GetAttributeValue();
+      text += "@" + std::to_string(attribute->GetAttributeOffset());
     }
     return true;
   }
