@@ -27,11 +27,14 @@ constexpr std::array<std::size_t, 5> kSizes = {16 * kKiB, 64 * kKiB, 256 * kKiB,
                                                4096 * kKiB};
 constexpr double kSteepest = 1.1;
 
-// A text of any length: the opening, then the piece over and over.
+// A text of any length: the opening, then the piece over and over. Some begin with many of another
+// piece, as many as the root of the length: what costs a square only where few openings meet one
+// long tail is steep there, too.
 struct Shape {
   const char* name;
   std::string_view opening;
   std::string_view piece;
+  std::string_view rootOf = {};
 };
 
 constexpr Shape kShapes[] = {
@@ -78,10 +81,37 @@ constexpr Shape kShapes[] = {
     {"labels", "http://", "a."},
     {"IDN", "http://", "\xC3\x9F."},
     {"IDN, marks", "http://a", "\xCC\x81\xCC\xA7"},
+    {"tags, a name", "", "n", "<img a=\">\" "},
+    {"tags, a name and blanks", "n", " ", "<td a=\">\" "},
+    {"tags, white space", "", " ", "<img a=\">\" "},
+    {"tags, slashes", "n ", "/", "<img a=\">\" "},
+    {"tags, a value", "src='", "v", "<img a=\">\" "},
+    {"tags, a bare value", "src=", "v", "<img a=\">\" "},
+    {"tags, attributes", "", "src=v ", "<img a=\">\" "},
+    {"tags, open", "", "n", "<img src="},
+    {"scripts, letters", "", "n", "<script>"},
+    {"comments, letters", "", "n", "<!--"},
+    {"ends of comments, letters", "", "n", "<!--x-->"},
+    {"handlers, letters", "", "n", "onload='"},
+    {"handlers, white space", "", " ", "onload "},
+    {"urls, letters", "", "n", "a{b:url("},
+    {"quotes, letters", "", "n", "\"a"},
+    {"imports, letters", "", "n", "@import "},
+    {"&, letters", "", "n", "&"},
+    {"&#, digits", "", "1", "&#"},
+    {"../, letters", "", "n", "../"},
+    {"/, letters", "", "n", "a/"},
+    {"%, letters", "", "n", "%"},
+    {"&#25, letters", "", "n", "&#25"},
 };
 
 std::string textOf(const Shape& shape, std::size_t length) {
-  std::string text(shape.opening);
+  std::string text;
+  if (!shape.rootOf.empty()) {
+    const auto root = static_cast<std::size_t>(std::sqrt(static_cast<double>(length)));
+    for (std::size_t i = 0; i < root; ++i) text += shape.rootOf;
+  }
+  text += shape.opening;
   while (text.size() < length) text += shape.piece;
   text.resize(length);
   return text;
@@ -178,6 +208,30 @@ Kept resolvedUrl(const RWCString& text) {
       resolve(std::string_view(text.data(), text.length()), kUrl));
 }
 
+// The text as the base, whose host then nearly occurs wherever the text repeats itself.
+Kept resolvedAgainst(const RWCString& text) {
+  const auto result = std::make_shared<RWCString>();
+  urlBase(text + "//" + text + "b/http://x/").calcUrl("#../x", *result, false, true);
+  return result;
+}
+
+// The second half of the text is looked for in all of it, and in the text without its last byte.
+template <RWCString::caseCompare kCase>
+Kept findHalf(const RWCString& text) {
+  const std::size_t half = text.length() / 2;
+  const RWCString pattern(text.data() + half, text.length() - half);
+  const RWCString shorter(text.data(), text.length() - 1);
+  return read(text.index(pattern, 0, kCase) + shorter.index(pattern + "x", 0, kCase));
+}
+
+Kept blankHalves(const RWCString& text) {
+  const std::size_t half = text.length() / 2;
+  const RWCString close(text.data() + half, text.length() - half);
+  const auto copy = std::make_shared<RWCString>(text);
+  tqOverwriteTagWithBlanks(*copy, close + "x", close);
+  return copy;
+}
+
 Kept split(const RWCString& text) {
   const auto base = std::make_shared<urlBase>("http://www.example.com/" + text);
   base->parse();
@@ -243,6 +297,7 @@ const NamedOperation kOperations[] = {
     {"htmlSkipNonWhiteSpaces", skipped<htmlSkipNonWhiteSpaces>},
     {"htmlGetStringValue", getStringValue},
     {"tqOverwriteTagWithBlanks", EDITED_BY(tqOverwriteTagWithBlanks(copy, "<!--", "-->"))},
+    {"tqOverwriteTagWithBlanks, long", blankHalves},
     {"tqOverwriteScriptWithBlanks", EDITED(tqOverwriteScriptWithBlanks), true},
     {"tqFindEndlessScript", READ(tqFindEndlessScript(text))},
     {"tqRemoveFirstSingleTag", EDITED_BY(tqRemoveFirstSingleTag(copy, "<base"))},
@@ -253,6 +308,7 @@ const NamedOperation kOperations[] = {
     {"isHttpProtocol", READ(isHttpProtocol(text))},
     {"setBase, parse", split},
     {"calcUrl(in, out, ...)", resolved},
+    {"calcUrl(in, out, ...), base", resolvedAgainst},
     {"calcUrl(url)", EDITED_BY(copy = urlBase(kUrl).calcUrl(copy))},
     {"pagescan::resolve", resolvedUrl},
     {"EncodeString", encode},
@@ -267,6 +323,8 @@ const NamedOperation kOperations[] = {
      READ(CZKHTMLDietTransactionsObject::CalcCheckSum(text.data(), lengthOf(text)))},
     {"RWCString::index", READ(text.index("ab<!--%&x"))},
     {"RWCString::index, any case", READ(text.index("onloaD=\"x", 0, RWCString::ignoreCase))},
+    {"RWCString::index, long", findHalf<RWCString::exact>},
+    {"RWCString::index, long, any case", findHalf<RWCString::ignoreCase>},
     {"RWCString::index of a pattern", findPattern},
     {"RWCString::toLower", EDITED_BY(copy.toLower())},
     {"RWCString::hash", READ(text.hash())},
