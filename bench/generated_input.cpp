@@ -65,7 +65,7 @@ constexpr std::array<std::string_view, 6> kStyleRules = {
     ".logo { background: url(/images/logo.png) no-repeat 0 0; }\n",
     ".box{border-radius:4px;transform:translate(0,-50%)}\n"};
 
-// One page under way. What comes next is the kind of text that is furthest behind its share.
+// One page under way. What comes next is the kind of text that is furthest after its share.
 class PageWriter {
  public:
   PageWriter(std::size_t number, Texts& links) : random_(number), links_(links) {}
@@ -168,13 +168,13 @@ class PageWriter {
                                                   {2, &PageWriter::writeComment}}};
 
   std::size_t kindBehind() const {
-    std::size_t behind = 0;
+    std::size_t after = 0;
     for (std::size_t kind = 1; kind < kKinds.size(); ++kind) {
-      if (written_[kind] * kKinds[behind].percent < written_[behind] * kKinds[kind].percent) {
-        behind = kind;
+      if (written_[kind] * kKinds[after].percent < written_[after] * kKinds[kind].percent) {
+        after = kind;
       }
     }
-    return behind;
+    return after;
   }
 
   void writeKind(std::size_t kind) {

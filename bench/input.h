@@ -37,7 +37,7 @@ Input readInput(const std::filesystem::path& folder);
 // Pages and style sheets of our own, the same in every run, that resemble real ones.
 Input generatedInput();
 
-// What stands behind the "?" of each link.
+// What stands after the "?" of each link.
 Texts queriesOf(const std::vector<PageLinks>& pages);
 
 std::size_t bytesOf(const Texts& texts);

@@ -37,7 +37,7 @@ struct Peer {
 };
 
 // Where the character of UTF-8 at `at` ends: conversions stop at one that has no place in the other
-// set, and go on behind it.
+// set, and go on after it.
 inline std::size_t characterEnd(std::string_view text, std::size_t at) {
   do {
     ++at;

@@ -20,7 +20,7 @@ extern "C" {
 // The stand-alone versions use ISO-8859-1; a character that does not fit and each malformed
 // sequence becomes "?". Such a sequence is the longest start of a character that stands there, else
 // one byte; overlong forms and surrogates are malformed. A cut never splits a character, a size
-// below 1 writes nothing, and what stands behind the closing NUL may be overwritten. They keep no
+// below 1 writes nothing, and what stands after the closing NUL may be overwritten. They keep no
 // state, allocate nothing and take linear time.
 PAGESCAN_EXPORT int UTF8ToANSI(int reserved, const char* source, int sourceLength,
                                char* destination, int destinationSize);

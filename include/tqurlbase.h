@@ -6,7 +6,7 @@
 #include "rw/rwcstring.h"
 
 // Whether a URL is one that a page-relative resolver handles: one without a scheme, or with a
-// scheme that begins with "http" or "clsid". The test is by prefix, deliberately: "httpx:" passes.
+// scheme that begins with "http" or "clsid". The test is by prefix: "httpx:" passes.
 // Cost    linear in the scheme.
 PAGESCAN_EXPORT bool isHttpProtocol(const RWCString& url);
 
@@ -38,15 +38,23 @@ class PAGESCAN_EXPORT urlBase {
   // The absolute form of a link, for single links of a host. Splits by shortParse. Decodes
   // character entities in `url` and cleans it, in place, also dropping a leading "./" and putting
   // the protocol in front of a leading "//". "../" is folded at the start of the link alone.
-  // A single byte other than "/" yields the base directory; "?x" is put behind the directory
-  // without the file name, both deliberately.
+  // A single byte other than "/" yields the base directory, and "?x" is put after the directory
+  // without the file name.
   // Cost    linear in the link and the base.
   RWCString calcUrl(RWCString& url);
 
   // The absolute form of a link as the offset parser writes it. Splits by parse. No entities are
-  // decoded, "./" and "../" are folded up to the query, backslashes become slashes. A link with a
-  // scheme is only cleaned, not folded; but "http:x" is taken for "x", "file:x" gets its slashes,
-  // and a "clsid:" link goes behind the base directory, deliberately.
+  // decoded. What becomes of a link goes by how it begins:
+  //   //            the base's protocol is put before it
+  //   \\            a network path: "file://" takes their place, later backslashes stay
+  //   file:         when the second byte after the colon is "/", as in file:///x and file:a/b, it
+  //                 stays as it is; otherwise file:x becomes file:///x and file:/x file:///x
+  //   http: https:  with "//" next, as it is, not folded; without, the rest is a relative link
+  //   clsid:        a relative link
+  //   other scheme  only cleaned (ftp, mailto, javascript and all that are made of letters)
+  // In a relative link one leading "./" goes, every "/./" becomes "/" and every backslash "/", in
+  // its query as well; then "../" is folded, from the host up to the first "?". So "././x" becomes
+  // "./x" after the base directory, and "a?b/./c" "a?b/c".
   // out            receives the result; may be `in`
   // resolveEmpty   whether an empty `in` yields the base directory; otherwise `out` is left alone
   // decodePercent  as in stripUrl
@@ -57,7 +65,7 @@ class PAGESCAN_EXPORT urlBase {
   RWCString baseNoQuery;  // fullUrl before its first "?"
   RWCString protocol;     // in lower case; see the two splits
   RWCString host;         // user information and port included
-  RWCString dirPath;      // from the "/" behind the host through the path's last "/"
+  RWCString dirPath;      // from the "/" after the host through the path's last "/"
   RWCString fileName;     // what follows the path's last "/"
   int dirDepth;           // number of "/" in dirPath; 0 for a URL without a path
   bool parsed;            // a split was attempted since the last setBase

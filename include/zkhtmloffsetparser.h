@@ -15,6 +15,9 @@ class CZKHtmlDietVirtualQueue;
 // IFRAME, IMG, SCRIPT, LINK, INPUT, XML, ?IMPORT) with those of its URL-bearing attributes that
 // are there. Anchors and areas are not of interest.
 //
+// Names      of attributes are letters, digits and "-". Any other byte, "_" and ":" among them, is
+//            skipped with all that follows up to white space or ">", and the name goes on there:
+//            <img a_b="l" src="x.jpg"> has one attribute and yields no record.
 // Offsets    of attributes are those of the value's first byte in the text given, -1 for an
 //            attribute without "="; texts of 2 GiB or more are outside the contract. The bytes
 //            there are those of the value as written, unless a comment or a script's body stands
@@ -41,12 +44,12 @@ class PAGESCAN_EXPORT CHTMLOffsetParser {
   CZKHtmlDietVirtualQueue* GetDietVirtualQueue();
 
   // Records the tags of a page, in order. Records of earlier calls stay.
-  // page        read up to its closing NUL; null counts as empty. `pageLength` is ignored,
-  //             deliberately: a page with a NUL byte inside ends there.
+  // page        read up to its closing NUL; null counts as empty. `pageLength` is ignored: a page
+  //             with a NUL byte inside ends there.
   // The bodies of scripts and comments yield nothing, as far as blanking them goes: it stops at a
   // stray end of either (see tqOverwriteScriptWithBlanks, tqOverwriteTagWithBlanks). Never returns
   // on a page on which blanking its scripts would not (see tqFindEndlessScript).
-  // Text that is not well-formed yields fewer records; text behind a bare tag can be taken for its
+  // Text that is not well-formed yields fewer records; text after a bare tag can be taken for its
   // attributes. A frame without a "src" yields one that is empty, at offset -1.
   // Fails       std::bad_alloc; the records made so far stay.
   // Cost        linear in the page.
@@ -54,9 +57,12 @@ class PAGESCAN_EXPORT CHTMLOffsetParser {
 
   // Records every URL of style text, url(...) and @import targets, as an "IMG" record with one
   // "src". Offsets are those in `css`.
-  // A double-quoted string behind the last "url(" is taken for a URL. What does not end ends the
+  // A double-quoted string after the last "url(" is taken for a URL. What does not end ends the
   // pass: a comment, a "url(", a quote, an @import without ";".
-  // Fails       RWBoundsErr, deliberately, when neither white space, ";" nor "{" stands before the
+  // An @import in quotes is missed when a url( follows anywhere, and so is one whose URL holds a
+  // ";": in "@import \"a.css\"; p{b:url(c)}" only c is found. A URL ends at its first ")", in
+  // quotes too: url("a(1).gif") gives "a(1". Fails       RWBoundsErr when neither white space, ";"
+  // nor "{" stands before the
   //             last ":" in front of a url(...), as in "background:url(a.gif)"; records made so far
   //             stay. A rule set around the declarations avoids it.
   // Cost        linear in the text.
@@ -73,7 +79,7 @@ class PAGESCAN_EXPORT CHTMLOffsetParser {
 
   // The steps of ParseHTML, on the page of the latest call.
 
-  // Whether `c` ends a tag's name: TAB, LF, CR, SPACE, "<", ">" or, deliberately, "~".
+  // Whether `c` ends a tag's name: TAB, LF, CR, SPACE, "<", ">" or "~".
   bool isWhiteSpace(char& c);
 
   // Goes on to the next tag and returns its name as written, empty at the end of the page.

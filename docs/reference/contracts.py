@@ -3,7 +3,7 @@
 
 The head of a file describes the file, and the class that it names: "// RWCString: a mutable ...".
 A comment holds for every declaration below it, up to an empty line or the next comment.
-"// Fails   std::bad_alloc" becomes a list item. A comment behind a member documents that member.
+"// Fails   std::bad_alloc" becomes a list item. A comment after a member documents that member.
 """
 
 import re
@@ -26,7 +26,7 @@ def doxygen(comment):
 
 
 def split_head(lines):
-    """The comment that opens a file, and the lines behind it."""
+    """The comment that opens a file, and the lines after it."""
     size = next((i for i, line in enumerate(lines) if not COMMENT.match(line)), len(lines))
     return [doxygen(COMMENT.match(line)[2]) for line in lines[:size]], lines[size:]
 

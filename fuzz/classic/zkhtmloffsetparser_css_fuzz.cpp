@@ -10,7 +10,7 @@ using fuzz::check;
 namespace {
 
 // A URL that begins with a quote loses all such quotes at its beginning, but its offset is that of
-// the byte behind the first one.
+// the byte after the first one.
 std::size_t quotesPassed(const std::string& css, std::size_t offset) {
   const char quote = offset == 0 ? '\0' : css[offset - 1];
   if (quote != '"' && quote != '\'') return 0;

@@ -64,7 +64,7 @@ inline std::vector<reference::Record> asShown(std::vector<reference::Record> rec
   return records;
 }
 
-// What PrintAll writes of a parser or of a record: all of it, also what stands behind a NUL, and in
+// What PrintAll writes of a parser or of a record: all of it, also what stands after a NUL, and in
 // the order of the attributes.
 template <typename Printer>
 std::string printed(Printer& printer) {
@@ -75,7 +75,7 @@ std::string printed(Printer& printer) {
   return out.str();
 }
 
-// Each value as written stands at its offset in the text, behind `passed` bytes of which the rules
+// Each value as written stands at its offset in the text, after `passed` bytes of which the rules
 // tell that they are left out, and is resolved as a new base resolves it.
 template <typename Passed>
 void checkValues(const std::vector<reference::Record>& records, const std::string& text,

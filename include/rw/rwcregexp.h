@@ -2,7 +2,7 @@
 //
 // Language   literal bytes; classes in brackets with ranges ("[a-z0-9]"); "\t", "\r", "\n" for the
 //            control characters and a backslash before any other byte for that byte, inside and
-//            outside classes; "*", "+" and "?" behind a byte or a class; "^" in front of all for
+//            outside classes; "*", "+" and "?" after a byte or a class; "^" in front of all for
 //            the start of the text searched. Nothing else is special: "." and a "^" elsewhere are
 //            literal bytes. An operator with nothing before it and a backslash with nothing behind
 //            it are literal bytes, an unclosed class ends with the pattern.

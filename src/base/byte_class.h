@@ -62,7 +62,7 @@ inline constexpr ByteClass kLetters = kUpper | kLower;
 inline constexpr ByteClass kDigits = ByteClass::range('0', '9');
 inline constexpr ByteClass kLettersAndDigits = kLetters | kDigits;
 
-// The white space of HTML; form feed and vertical tab are left out deliberately.
+// The white space of HTML; form feed and vertical tab are ordinary bytes to hosts.
 inline constexpr ByteClass kHtmlWhiteSpace = ByteClass::of("\t\n\r ");
 
 // The white space of the C library's number readers.

@@ -31,7 +31,7 @@ class Delimiters {
   bool find(const char* begin, const char* end, Region& region) const;
 
  private:
-  // Takes what both hold behind `inOpen` and `inClose` where that is the rarest so far.
+  // Takes what both hold after `inOpen` and `inClose` where that is the rarest so far.
   constexpr void probeAt(std::size_t inOpen, std::size_t inClose) {
     const std::string_view open = open_.text().substr(inOpen);
     const std::string_view close = close_.text().substr(inClose);

@@ -75,7 +75,7 @@ struct UrlEncoded {
   char* out;
 };
 
-// Which three bytes behind a "<" are worth a look: those whose kinds have a bit in common.
+// Which three bytes after a "<" are worth a look: those whose kinds have a bit in common.
 struct TagFilter {
   std::array<unsigned char, 256> kinds[3];
 
@@ -92,11 +92,19 @@ struct Kernels {
   // The first place of the needle, or `end`.
   const char* (*findText)(const char* begin, const char* end, const Needle& needle);
 
-  // The first place of `close` in a range not shorter than their distance, and the first one of
-  // `open`, at least when it lies before. The two have the same probes at the same distance.
+  // The first place of `close` in a range not shorter than `close`, and the first one of `open`, at
+  // least when it lies before; null where there is none. The two must have the same two probes at
+  // the same distance, so that one search for these finds the candidates of both. "<!--" and "-->"
+  // both hold "--":
+  //
+  //   x <!-- a -- b -->
+  //       ^^   ^^   ^^
+  //       |    |    "-->" begins here: the region's close
+  //       |    neither
+  //       "<!--" begins two bytes before: its open
   Region (*findRegion)(const char* begin, const char* end, const Needle& open, const Needle& close);
 
-  // The first "<" that passes the filter, or `end`. `end` bounds the "<" alone: three bytes behind
+  // The first "<" that passes the filter, or `end`. `end` bounds the "<" alone: three bytes after
   // it must be readable.
   const char* (*findTag)(const char* begin, const char* end, const TagFilter& filter);
 
@@ -115,7 +123,7 @@ struct Kernels {
   PairCount (*countUtf8Pairs)(const char* begin, const char* end, std::size_t mostBad);
 
   // Copies bytes up to the first one of 128 or above and returns its place, or `end`. `out` has
-  // room for the whole range; what stands there behind the copied bytes is unspecified.
+  // room for the whole range; what stands there after the copied bytes is unspecified.
   const char* (*copyAscii)(const char* begin, const char* end, char* out);
 
   // Whether the range holds one of two bytes.

@@ -99,7 +99,7 @@ const char* firstOf(Mask candidates, const char* at, Accept& accept) {
   return nullptr;
 }
 
-// The first aligned place behind `at`.
+// The first aligned place after `at`.
 template <class Vector>
 const char* alignedBehind(const char* at) {
   return at + (Vector::kWidth - reinterpret_cast<std::uintptr_t>(at) % Vector::kWidth);
@@ -148,11 +148,11 @@ const char* findProbes(const char* at, const char* last, const Needle& probes, A
                      : findProbesFolding<Vector, false, false>(at, last, probes, accept);
 }
 
-// What searches call is made part of them: behind a call, g++ 12 may take the wide registers for
+// What searches call is made part of them: after a call, g++ 12 may take the wide registers for
 // clean and leave them dirty, which slows down what comes next by some dozens of ns.
 template <class Vector>
 [[gnu::flatten]] const char* findText(const char* begin, const char* end, const Needle& needle) {
-  const char* last = end - (needle.length - 1) + needle.lead;  // behind the last candidate
+  const char* last = end - (needle.length - 1) + needle.lead;  // after the last candidate
   const char* found =
       findProbes<Vector>(begin + needle.lead, last, needle,
                          [&needle](const char* at) { return standsAt(at - needle.lead, needle); });
@@ -180,7 +180,7 @@ template <class Vector>
   return region;
 }
 
-// One bit for each byte of 64 that is a "<" without a "/" behind it: closing tags are half of all.
+// One bit for each byte of 64 that is a "<" without a "/" after it: closing tags are half of all.
 template <class Vector>
 std::uint64_t openings(const char* at) {
   const auto opening = Vector::fill('<');

@@ -188,7 +188,7 @@ bool copyUpToPercent(UrlDecoding& at, const char* end, char plus) {
     at.source += copied;
     at.out += copied;
   }
-  // One behind the "%" counts as well: it will be met in its turn.
+  // One after the "%" counts as well: it will be met in its turn.
   at.changed |= plus != '+' && Vector::mask(pluses) != 0;
   return percents != 0;
 }

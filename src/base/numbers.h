@@ -15,13 +15,13 @@ constexpr int hexDigitValue(char c) {
   return -1;
 }
 
-// The two bytes behind a "%", read as "%x" or "%2x" does into a number that is 0 before: leading
+// The two bytes after a "%", read as "%x" or "%2x" does into a number that is 0 before: leading
 // white space and a sign are taken ("-1" gives -1, " 4" gives 4), reading stops at the first byte
 // that is not a digit, and where no number can be read the result is 0.
 int readHexEscape(char first, char second);
 
 // The number at the start of [begin, end) as "%i" reads it: white space, a sign, then hexadecimal
-// behind "0x", octal behind "0", else decimal. A number too large saturates before it is cut to 32
+// after "0x", octal after "0", else decimal. A number too large saturates before it is cut to 32
 // bits. Nothing where no number can be read. Reads no further than the number.
 std::optional<int> readInteger(const char* begin, const char* end);
 

@@ -1,4 +1,4 @@
-// Percent escapes: "%" and the two bytes behind it.
+// Percent escapes: "%" and the two bytes after it.
 #ifndef PAGESCAN_BASE_PERCENT_H
 #define PAGESCAN_BASE_PERCENT_H
 
@@ -18,7 +18,7 @@ inline constexpr int kLeastDecoded = 32;
 // By byte, what hexDigitValue gives. Not inline: the kernels' objects must share no definitions.
 extern const std::array<signed char, 256> kHexDigitValues;
 
-// The number behind the "%" at `escape`; something below kLeastDecoded without two digits.
+// The number after the "%" at `escape`; something below kLeastDecoded without two digits.
 inline unsigned char escapedByte(const char* escape) {
   const int high = kHexDigitValues[toByte(escape[1])];
   const int low = kHexDigitValues[toByte(escape[2])];

@@ -53,7 +53,7 @@ inline const char* skipWhiteSpace(const char* begin, const char* end) {
   return findFirstNotOf(kernels().skipWhiteSpace(begin, end), end, kHtmlWhiteSpace);
 }
 
-// The place behind the last byte that is not of the set; `begin` when all are.
+// The place after the last byte that is not of the set; `begin` when all are.
 inline const char* findEndOfLastNotOf(const char* begin, const char* end, const ByteClass& bytes) {
   while (end > begin && bytes.contains(end[-1])) --end;
   return end;
@@ -89,7 +89,7 @@ class SearchedText {
   constexpr std::size_t size() const { return needle_.length; }
   constexpr const Needle& needle() const { return needle_; }
 
-  // Has the candidates found by the two bytes at `lead` and `distance` behind it.
+  // Has the candidates found by the two bytes at `lead` and `distance` after it.
   constexpr void probeAt(std::size_t lead, std::size_t distance) {
     needle_.lead = lead;
     needle_.distance = distance;

@@ -6,7 +6,7 @@
 
 namespace pagescan::internal {
 
-// The letters at the start with the colon behind them; empty when there is none. A URL that begins
+// The letters at the start with the colon after them; empty when there is none. A URL that begins
 // with a colon has the scheme ":".
 std::string_view schemeOf(std::string_view url);
 

@@ -34,7 +34,7 @@ StyleUrlScanner::StyleUrlScanner(std::string_view css)
       closingQuotes_(end_, ByteFinder(kQuote)),
       semicolons_(end_, ByteFinder(';')),
       firstColon_(findByte(begin_, end_, ':')),
-      firstColonBehindStart_(findByte(findFirstOf(begin_, end_, kBeforeProperty), end_, ':')) {}
+      firstColonAfterStart_(findByte(findFirstOf(begin_, end_, kBeforeProperty), end_, ':')) {}
 
 bool StyleUrlScanner::next(StyleUrl& url) {
   Step result = Step::again;
@@ -42,7 +42,7 @@ bool StyleUrlScanner::next(StyleUrl& url) {
   return result == Step::found;
 }
 
-// A place that was not found is the end, which lies behind every place that was.
+// A place that was not found is the end, which lies after every place that was.
 StyleUrlScanner::Step StyleUrlScanner::step(StyleUrl& url) {
   const char* comment = comments_.from(at_);
   const char* import = imports_.from(at_);
@@ -65,7 +65,7 @@ StyleUrlScanner::Token StyleUrlScanner::findToken() {
 }
 
 // The end is searched from the place of the scan: a stray one in front of the comment makes its
-// opening merely skipped, deliberately.
+// opening merely skipped.
 StyleUrlScanner::Step StyleUrlScanner::passComment(const char* comment) {
   const char* commentEnd = commentEnds_.from(at_);
   if (commentEnd == end_) return Step::stop;
@@ -73,7 +73,7 @@ StyleUrlScanner::Step StyleUrlScanner::passComment(const char* comment) {
   return Step::again;
 }
 
-// Only the first URL behind an @import belongs to it, and only in front of its ";".
+// Only the first URL after an @import belongs to it, and only in front of its ";".
 StyleUrlScanner::Step StyleUrlScanner::takeImport(const char* import, const Token& token,
                                                   StyleUrl& url) {
   const char* semicolon = semicolons_.from(import);
@@ -92,11 +92,11 @@ StyleUrlScanner::Step StyleUrlScanner::takeUrl(const Token& token, StyleUrl& url
   return url.text.empty() || url.text.front() == '#' ? Step::again : Step::found;
 }
 
-// The name in front of the last ":" must begin behind some byte that ends what came before. The
-// last ":" lies behind such a byte just when any does.
+// The name in front of the last ":" must begin after some byte that ends what came before. The
+// last ":" lies after such a byte just when any does.
 void StyleUrlScanner::checkProperty(const char* urlBegin) const {
   const bool hasName = firstColon_ < urlBegin;
-  const bool hasStart = firstColonBehindStart_ < urlBegin;
+  const bool hasStart = firstColonAfterStart_ < urlBegin;
   if (hasName && !hasStart) throw RWBoundsErr(RWCString::npos, 0);
 }
 

@@ -22,7 +22,7 @@ class StyleUrlScanner {
   explicit StyleUrlScanner(std::string_view css);
 
   // The next URL that is to be recorded; false at the end of the scan.
-  // Fails   RWBoundsErr, deliberately, at a url(...) whose property's name begins the text.
+  // Fails   RWBoundsErr at a url(...) whose property's name begins the text.
   bool next(StyleUrl& url);
 
  private:
@@ -55,7 +55,7 @@ class StyleUrlScanner {
   ForwardByteSearch closingQuotes_;
   ForwardByteSearch semicolons_;
   const char* firstColon_;
-  const char* firstColonBehindStart_;  // behind the first byte that a property can begin behind
+  const char* firstColonAfterStart_;  // after the first byte that a property can begin after
 };
 
 }  // namespace pagescan::internal

@@ -74,7 +74,7 @@ bool urlBase::setBase(const RWCString& url) {
 
 namespace {
 
-// "https" wins, deliberately, also where an "http://" stands in front of it.
+// "https" wins, also where an "http://" stands before it.
 std::string_view protocolOf(std::string_view url) {
   if (holdsIgnoringCase(url, kHttps)) return kHttps;
   return holdsIgnoringCase(url, kHttp) ? kHttp : std::string_view();
@@ -184,7 +184,7 @@ RWCString urlBase::calcUrl(RWCString& url) {
 
 namespace {
 
-// "file:" and something without a "/" at the second place behind it: a path on this machine.
+// "file:" and something without a "/" at the second place after it: a path on this machine.
 std::string_view fileUrl(std::string_view link, std::size_t schemeLength, RWCString& made) {
   constexpr std::string_view kFile = "file://";
   const std::size_t second = schemeLength + 1;

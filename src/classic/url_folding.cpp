@@ -8,7 +8,7 @@ namespace {
 constexpr std::string_view kParent = "../";
 constexpr std::string_view kHere = "./";
 
-// Takes back the text built so far to behind its last "/", the very last byte not looked at.
+// Takes back the text built so far to after its last "/", the very last byte not looked at.
 void dropLastSegment(ScratchText& built) {
   const std::string_view before = built.text().substr(0, built.empty() ? 0 : built.size() - 1);
   const std::size_t slash = before.rfind('/');

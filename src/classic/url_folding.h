@@ -13,9 +13,10 @@ namespace pagescan::internal {
 void appendLink(std::string_view link, ScratchText& result);
 
 // Folds each "../" that begins at or after `from` into the text before it, up to the first "?".
-// Deliberately, all bytes between the last "/" before it and its dots go along, the text in front
-// of `from` included; only right behind `from` does a "../" go alone. `from` counts bytes of the
-// text as it stands at each step. Without a "/" in front, everything before goes.
+// All bytes between the last "/" before it and its dots go with it, those before `from` included:
+// from 9, "http://w1/a/b../c" becomes "http://w1/a/c". Only right after `from` does a "../" go
+// alone. `from` counts bytes of the text as it stands at each step. Where no "/" stands before,
+// everything before goes.
 void foldParents(std::string_view url, std::size_t from, ScratchText& result);
 
 }  // namespace pagescan::internal

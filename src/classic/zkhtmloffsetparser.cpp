@@ -182,7 +182,7 @@ class CHTMLOffsetParser::HtmlPass {
     Record::queue(std::move(record), parser_);
   }
 
-  // Every frame is reported, deliberately, also one without a usable "src".
+  // Every frame is reported, also one without a usable "src": hosts count frames.
   void queuePlaceholder(const TagOfInterest& tag) {
     auto record = std::make_unique<Record>(tag.name);
     record->add(kSource, {}, kNoOffset, parser_.base);

@@ -81,7 +81,7 @@ std::size_t firstOf(const Pieces& delimiters, std::string_view text, std::size_t
   return from;
 }
 
-// The first "<" from `from` on behind which a name of interest is read to its end, or the length.
+// The first "<" from `from` on after which a name of interest is read to its end, or the length.
 std::size_t firstTag(std::string_view text, std::size_t from) {
   const char* end = text.data() + text.size();
   for (; from < text.size(); ++from) {

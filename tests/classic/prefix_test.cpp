@@ -1,5 +1,5 @@
 // Pages that end anywhere: every beginning of each sample page goes through every operation, with
-// nothing readable behind it.
+// nothing readable after it.
 
 #include <gtest/gtest.h>
 

@@ -142,7 +142,7 @@ std::string decimal(std::size_t number) {
   return std::to_string(number);
 }
 
-// A place in the text, sometimes behind its end, rarely far behind.
+// A place in the text, sometimes after its end, rarely far after.
 std::string placeIn(RandomTexts& random, const std::string& text) {
   if (random.number(50) == 0) return decimal(std::numeric_limits<std::size_t>::max());
   return decimal(random.number(text.size() + 3));

@@ -56,7 +56,7 @@ constexpr CompareCase kCompare[] = {
     {HERE, "\xe9", "a", 1, 1},
     {HERE, "\xe9", "\xc9", 1, 1},
     {HERE, "I", "i", -1, 0},
-    // Nothing behind a NUL is compared, but the length counts.
+    // Nothing after a NUL is compared, but the length counts.
     {HERE, "a\0b"sv, "a", 1, 1},
     {HERE, "a\0b"sv, "a\0c"sv, 0, 0},
     {HERE, "a\0b"sv, "a\0cd"sv, -1, -1},

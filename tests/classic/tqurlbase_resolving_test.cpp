@@ -200,7 +200,7 @@ TEST(CalcUrl, ResolvesReferences) {
 }
 
 constexpr ResolveCase kSchemes[] = {
-    // file: only the second byte behind the scheme is tested.
+    // file: only the second byte after the scheme is tested.
     {HERE, kPage, "file://h/x"sv, "file://h/x"},
     {HERE, kPage, "file:a/b"sv, "file:a/b"},
     {HERE, kPage, "file:/x"sv, "file:///x"},
@@ -223,7 +223,7 @@ constexpr ResolveCase kSchemes[] = {
     {HERE, kPage, "http://"sv, "http://"},
     {HERE, kPage, "//"sv, "http://"},
     {HERE, kPage, "http:ftp:x"sv, "http://w1/d/ftp:x"},
-    // Class ids end up behind the directory, other schemes stay.
+    // Class ids end up after the directory, other schemes stay.
     {HERE, kPage, "clsid:1-2"sv, "http://w1/d/clsid:1-2"},
     {HERE, kPage, ":x"sv, ":x"},
     {HERE, kPage, "news:a\\b"sv, "news:a\\b"},

@@ -184,7 +184,7 @@ constexpr FindCase kUnexpected[] = {
     {HERE, "<a b_c >"sv, 1, 7, {{"b_c ", "", -1}}},
     {HERE, "<a b_c "sv, 1, 3, {}},
     {HERE, "<a b _c "sv, 1, 4, {{"b", "", -1}}},
-    // No white space and no ">" behind such a byte.
+    // No white space and no ">" after such a byte.
     {HERE, "<a b=1 _c"sv, 1, 6, {{"b", "1", 5}}},
     {HERE, "<a b _c"sv, 1, 4, {{"b", "", -1}}},
     {HERE, "<a b_c"sv, 1, 3, {}},

@@ -129,7 +129,7 @@ constexpr StyleCase kImports[] = {
     {HERE, "@import url();"sv, ""},
     {HERE, "@import \"\";"sv, ""},
     {HERE, "@import url('');"sv, ""},
-    // The target does not end before the ";": no record, and the scan goes on behind the ";".
+    // The target does not end before the ";": no record, and the scan goes on after the ";".
     {HERE, "@import \"a;b\";"sv, ""},
     {HERE, "@import;url(b)"sv, "IMG src=b@12->http://w1/d/b\n"},
     {HERE, "@import url(a;b) ;c\"d\""sv, "IMG src=d@20->http://w1/d/d\n"},
@@ -167,7 +167,7 @@ constexpr StyleCase kStyleComments[] = {
     {HERE, "/* url(a)"sv, ""},
     {HERE, "url(a)/* url(b)"sv, "IMG src=a@4->http://w1/d/a\n"},
     {HERE, "/*"sv, ""},
-    // A comment behind the token, or behind the "@import", is none.
+    // A comment after the token, or after the "@import", is none.
     {HERE, "url(/*)*/"sv, "IMG src=/*@4->http://w1/*\n"},
     {HERE, "@import /* c */ \"a\";"sv, "IMG src=a@17->http://w1/d/a\n"},
     {HERE, "@import /* \"c\" */ \"a\";"sv, "IMG src=c@12->http://w1/d/c\n"},

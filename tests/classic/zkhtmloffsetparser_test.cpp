@@ -28,7 +28,7 @@ struct PageCase {
   std::string_view records;
 };
 
-// The page stands as a NUL-terminated text: a read behind its NUL is caught.
+// The page stands as a NUL-terminated text: a read after its NUL is caught.
 void expectRecords(const PageCase& row, Placement& place) {
   RecordLines sink;
   CHTMLOffsetParser parser(place.cString(kPageUrl));
@@ -102,7 +102,7 @@ constexpr PageCase kTagNames[] = {
     {HERE, "<>img src=a>", "IMG src=a@10->http://w1/d/a\n"},
     {HERE, "<<<img src=a>", "IMG src=a@11->http://w1/d/a\n"},
     {HERE, "text src=a>img src=b>", ""},
-    // The page ends in or behind a name.
+    // The page ends in or after a name.
     {HERE, "", ""},
     {HERE, "<", ""},
     {HERE, "< >~", ""},
@@ -148,7 +148,7 @@ constexpr PageCase kValues[] = {
     // A value that does not end.
     {HERE, "<img src=\"a>", ""},
     {HERE, "<img src='a> <td background=b>", "TD background=b@28->http://w1/d/b\n"},
-    // Text behind a bare tag can be taken for its attributes.
+    // Text after a bare tag can be taken for its attributes.
     {HERE, "<IMG>src=a.gif <B>", "IMG src=a.gif@9->http://w1/d/a.gif\n"},
     {HERE, "<td>background=a<p>", "TD background=a<p@15->http://w1/d/a<p\n"},
     {HERE, "<td>x background=a>", "TD background=a@17->http://w1/d/a\n"},
@@ -163,7 +163,7 @@ TEST(ParseHTML, RecordsValuesWithTheirOffsets) {
 }
 
 // The ">" of each tag stands in one of its values, and the values of the later tags end inside a
-// value of the earlier ones: far behind, all of them read the same attributes.
+// value of the earlier ones: far after, all of them read the same attributes.
 TEST(ParseHTML, ReadsOnWhereEarlierTagsRead) {
   const std::string page = repeated("<img z=\">\"", 3) + "<img a='><img b=\">\"<img c=\">\"" +
                            repeated(" d=e", 100) + " ' " + repeated(" f=g", 100) + " src=x>";

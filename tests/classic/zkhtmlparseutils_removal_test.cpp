@@ -34,7 +34,7 @@ constexpr TagCase kSingleTags[] = {
     {HERE, "<IMG"sv, "<img>"sv, ""sv},
     {HERE, "<a"sv, "<abbr title=x>y</abbr><a>"sv, "y</abbr><a>"sv},
     {HERE, "<img"sv, "<img alt='a>b'>c"sv, "b'>c"sv},
-    {HERE, "<img>"sv, "<img>x>y"sv, "y"sv},  // the next ">" behind what was given
+    {HERE, "<img>"sv, "<img>x>y"sv, "y"sv},  // the next ">" after what was given
     {HERE, "<img>"sv, "<img>x"sv, "<img>x"sv},
     {HERE, "<img"sv, "<img\0>x"sv, "x"sv},
     {HERE, "<i\0"sv, "<i<i\0x>y"sv, "<iy"sv},
@@ -117,7 +117,7 @@ constexpr TagCase kBodiesAndComments[] = {
     {HERE, "a"sv, "<!-- <a>x</a>"sv, "<!-- <a>x</a>"sv},
     {HERE, "a"sv, "<!-- x --><!-- <a></a> --><a>y</a>"sv, "<!-- x --><!-- <a></a> --><a></a>"sv},
     {HERE, "a"sv, "<!----><a>x</a>"sv, "<!----><a></a>"sv},
-    // Its end is searched behind the opener: neither "<!-->" nor "<!--->" is a whole comment.
+    // Its end is searched after the opener: neither "<!-->" nor "<!--->" is a whole comment.
     {HERE, "a"sv, "<!--> <a>x</a> --><a>y</a>"sv, "<!--> <a>x</a> --><a></a>"sv},
     {HERE, "a"sv, "<!--><a>x</a>"sv, "<!--><a>x</a>"sv},
     {HERE, "a"sv, "<!---><a>x</a>"sv, "<!---><a>x</a>"sv},
@@ -213,7 +213,7 @@ constexpr HandlerCase kHandlers[] = {
     {HERE, "set onload=1 now"sv, "set onload=\"\" now"sv},
     {HERE, "<b data-onload=x>"sv, "<b data-onload=\"\">"sv},
     {HERE, "onload=x onload=y>"sv, "onload=\"\" onload=\"\">"sv},
-    // No "=" behind the name.
+    // No "=" after the name.
     {HERE, "onloadx"sv, "onloadx"sv},
     {HERE, "onload"sv, "onload"sv},
     {HERE, "onload onmouseover onmouseout"sv, "onload onmouseover onmouseout"sv},

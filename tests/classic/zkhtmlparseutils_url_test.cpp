@@ -132,7 +132,7 @@ TEST(StripUrl, DecodesEscapesBeforeTheQuery) {
   forEachPlacement(kEscapes, expectStripped);
 }
 
-// Every two bytes behind a "%", against the C library.
+// Every two bytes after a "%", against the C library.
 TEST(StripUrl, ReadsEveryEscapeAsTheCLibraryDoes) {
   for (int first = 0; first < 256; ++first) {
     for (int second = 0; second < 256; ++second) {

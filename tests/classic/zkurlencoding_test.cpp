@@ -289,7 +289,7 @@ constexpr DecodeCase kDecode[] = {
     {HERE, 1, "%%41", true, "&#25;A"},
     {HERE, 1, "%%%41", true, "&#25;&#25;A"},
     {HERE, 1, "%4%41", true, "&#25;4A"},
-    // Fewer than two bytes behind a "%".
+    // Fewer than two bytes after a "%".
     {HERE, 1, "abc%4", false, "abc%4"},
     {HERE, 1, "abc%", false, "abc%"},
     {HERE, 1, "%", false, "%"},

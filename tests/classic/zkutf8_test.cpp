@@ -46,7 +46,7 @@ const DetectCase kDetect[] = {
     {HERE, "\x80\x80", false},
     {HERE, "\xc3\xc3", false},
     {HERE, "\xc3\xc3\xa9", true},
-    // A continuation byte behind another one counts neither way.
+    // A continuation byte after another one counts neither way.
     {HERE, "\xe2\x82\xac", true},
     {HERE, "\xf0\x9f\x98\x80\x80\x80\x80", true},
     // The first byte is never judged, nor is a lead byte at the end.
@@ -207,7 +207,7 @@ const ConvertCase kConversions[] = {
     {HERE, UTF8ToANSI, "\xf4\x90\x80\x80", "????"},
 };
 
-// Converts into a block of just that size, with bytes behind the result that are none of ours.
+// Converts into a block of just that size, with bytes after the result that are none of ours.
 std::string converted(Routine routine, std::string_view source, int sourceLength, int size,
                       Placement& place) {
   const std::string_view block = place.bytes(std::string(static_cast<std::size_t>(size), '\x7f'));

@@ -1,5 +1,5 @@
 // A host that loads, uses and unloads the library a hundred times, through a module that is linked
-// to it. Neither memory nor a mapping stays behind.
+// to it. Neither memory nor a mapping stays after.
 //
 // Usage: load_and_unload MODULE LIBRARY
 #include <dlfcn.h>
