@@ -9,15 +9,27 @@ _pagescan() {
   local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
   local command=${COMP_WORDS[1]} words=
 
-  if ((COMP_CWORD == 1)); then words='links css encode decode flavour entities utf8 scrub help --help --version'; fi
-  if ((COMP_CWORD == 2)) && [[ $command == help ]]; then words='links css encode decode flavour entities utf8 scrub'; fi
+  if ((COMP_CWORD == 1)); then words='inventory links css resolve encode decode flavour entities utf8 scrub help --help --version'; fi
+  if ((COMP_CWORD == 2)) && [[ $command == help ]]; then words='inventory links css resolve encode decode flavour entities utf8 scrub'; fi
   case "$command $previous" in
+    'inventory --url') return ;;
+    'inventory --charset') return ;;
+    'inventory --scripting') words='on off' ;;
+    'inventory --profile') words='standard lazy meta data' ;;
+    'inventory --places') _pagescan_files && return ;;
+    'inventory --kind') words='load navigation form ping connection base metadata identifier fragment script dead' ;;
+    'inventory --format') words='table jsonl urls' ;;
+    'inventory --jobs') return ;;
+    'inventory --files-from') _pagescan_files && return ;;
     'links --base') return ;;
     'links --format') words='table jsonl urls' ;;
     'links --files-from') _pagescan_files && return ;;
     'css --base') return ;;
     'css --format') words='table jsonl urls' ;;
     'css --files-from') _pagescan_files && return ;;
+    'resolve --base') return ;;
+    'resolve --encoding') return ;;
+    'resolve --format') words='url jsonl' ;;
     'encode --flavour') words='none browser escape uri uri-component browser-sign chrome chrome94 siebel' ;;
     'decode --flavour') words='none browser escape uri uri-component browser-sign chrome chrome94 siebel' ;;
     'flavour --format') words='text jsonl' ;;
@@ -30,8 +42,10 @@ _pagescan() {
   esac
   if [[ -z $words && $current == -* ]]; then
     case $command in
+      inventory) words='-h --help --url --charset --scripting --profile --places --css --kind --format --jobs --files-from -0 --null' ;;
       links) words='-h --help --no-rel --base --format --files-from -0 --null' ;;
       css) words='-h --help --declarations --base --format --files-from -0 --null' ;;
+      resolve) words='-h --help --base --encoding --format' ;;
       encode) words='-h --help --flavour --lines' ;;
       decode) words='-h --help --flavour --lines' ;;
       flavour) words='-h --help --lines --format' ;;
@@ -45,7 +59,7 @@ _pagescan() {
     return
   fi
   case $command in
-    links | css | entities | utf8 | scrub) _pagescan_files ;;
+    inventory | links | css | entities | utf8 | scrub) _pagescan_files ;;
   esac
 }
 

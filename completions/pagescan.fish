@@ -4,7 +4,22 @@ complete -c pagescan -f
 complete -c pagescan -n __fish_use_subcommand -s h -l help -d 'Print this help and exit'
 complete -c pagescan -n __fish_use_subcommand -l version -d 'Print the version and exit'
 complete -c pagescan -n __fish_use_subcommand -a help -d 'Prints the help of a command'
-complete -c pagescan -n '__fish_seen_subcommand_from help' -a 'links css encode decode flavour entities utf8 scrub'
+complete -c pagescan -n '__fish_seen_subcommand_from help' -a 'inventory links css resolve encode decode flavour entities utf8 scrub'
+
+complete -c pagescan -n __fish_use_subcommand -a inventory -d 'Lists every URL that pages carry, as browsers read them'
+complete -c pagescan -n '__fish_seen_subcommand_from inventory' -F
+complete -c pagescan -n '__fish_seen_subcommand_from inventory' -s h -l help -d 'Print this help and exit'
+complete -c pagescan -n '__fish_seen_subcommand_from inventory' -l url -x -d 'Where the pages come from'
+complete -c pagescan -n '__fish_seen_subcommand_from inventory' -l charset -x -d 'Their character set by the word of a server'
+complete -c pagescan -n '__fish_seen_subcommand_from inventory' -l scripting -x -a 'on off' -d 'Whether scripts run, on by default'
+complete -c pagescan -n '__fish_seen_subcommand_from inventory' -l profile -x -a 'standard lazy meta data' -d 'Look at further places'
+complete -c pagescan -n '__fish_seen_subcommand_from inventory' -l places -r -F -d 'Read a table of further places from FILE'
+complete -c pagescan -n '__fish_seen_subcommand_from inventory' -l css -d 'The inputs are style sheets'
+complete -c pagescan -n '__fish_seen_subcommand_from inventory' -l kind -x -a 'load navigation form ping connection base metadata identifier fragment script dead' -d 'List this kind alone'
+complete -c pagescan -n '__fish_seen_subcommand_from inventory' -l format -x -a 'table jsonl urls' -d 'How the list is written'
+complete -c pagescan -n '__fish_seen_subcommand_from inventory' -l jobs -x -d 'Read N inputs at a time'
+complete -c pagescan -n '__fish_seen_subcommand_from inventory' -l files-from -r -F -d 'Read the files named in FILE too, a name a line'
+complete -c pagescan -n '__fish_seen_subcommand_from inventory' -s 0 -l null -d 'The names in that FILE end with NUL bytes, as find -print0 writes them'
 
 complete -c pagescan -n __fish_use_subcommand -a links -d 'Lists the URL-bearing attributes of pages, one a line'
 complete -c pagescan -n '__fish_seen_subcommand_from links' -F
@@ -23,6 +38,12 @@ complete -c pagescan -n '__fish_seen_subcommand_from css' -l base -x -d 'The URL
 complete -c pagescan -n '__fish_seen_subcommand_from css' -l format -x -a 'table jsonl urls' -d 'How the list is written'
 complete -c pagescan -n '__fish_seen_subcommand_from css' -l files-from -r -F -d 'Read the files named in FILE too, a name a line'
 complete -c pagescan -n '__fish_seen_subcommand_from css' -s 0 -l null -d 'The names in that FILE end with NUL bytes, as find -print0 writes them'
+
+complete -c pagescan -n __fish_use_subcommand -a resolve -d 'Resolves URLs as browsers do, by the URL Standard'
+complete -c pagescan -n '__fish_seen_subcommand_from resolve' -s h -l help -d 'Print this help and exit'
+complete -c pagescan -n '__fish_seen_subcommand_from resolve' -l base -x -d 'What they are resolved against'
+complete -c pagescan -n '__fish_seen_subcommand_from resolve' -l encoding -x -d 'The encoding of the page that they stand in, in which queries are written'
+complete -c pagescan -n '__fish_seen_subcommand_from resolve' -l format -x -a 'url jsonl' -d 'How the result is written'
 
 complete -c pagescan -n __fish_use_subcommand -a encode -d 'Percent-encodes text'
 complete -c pagescan -n '__fish_seen_subcommand_from encode' -s h -l help -d 'Print this help and exit'

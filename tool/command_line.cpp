@@ -14,10 +14,12 @@ namespace {
 
 constexpr char kPurpose[] =
     "Finds, resolves and cleans the URLs of HTML pages and style text.\n"
-    "Each command is a part of the library libpagescan on the command line.\n";
+    "Each command is a part of the libraries libpagescan-page (inventory, resolve) and\n"
+    "libpagescan on the command line.\n";
 
 constexpr char kExamples[] =
     "Examples:\n"
+    "  pagescan inventory --url http://www.example.com/a/b.html page.html\n"
     "  pagescan links --base http://www.example.com/a/b.html page.html\n"
     "  curl -s http://h/ | pagescan links --base http://h/ --format jsonl\n"
     "  pagescan css --base http://www.example.com/a/ style.css\n"
@@ -61,8 +63,8 @@ ExitStatus answer(const CLI::App& app, const CLI::ParseError& error, Output& out
 std::unique_ptr<CLI::App> makeApp(Job& job) {
   auto app = std::make_unique<CLI::App>(kPurpose);
   describe(*app);
-  for (const auto add :
-       {addLinks, addCss, addEncode, addDecode, addFlavour, addEntities, addUtf8, addScrub}) {
+  for (const auto add : {addInventory, addLinks, addCss, addResolve, addEncode, addDecode,
+                         addFlavour, addEntities, addUtf8, addScrub}) {
     add(*app, job);
   }
   app->formatter(helpFormatter(13));

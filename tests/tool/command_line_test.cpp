@@ -8,8 +8,8 @@ namespace {
 
 using testing::PrintToString;
 
-const std::vector<std::string> kCommands = {"links",   "css",      "encode", "decode",
-                                            "flavour", "entities", "utf8",   "scrub"};
+const std::vector<std::string> kCommands = {"inventory", "resolve", "links",    "css",  "encode",
+                                            "decode",    "flavour", "entities", "utf8", "scrub"};
 
 bool contains(const std::string& text, const std::string& part) {
   return text.find(part) != std::string::npos;
@@ -92,6 +92,7 @@ TEST(CommandLine, ComplaintsArePlainSentences) {
       {{"encode", "x"}, "--flavour is required"},
       {{"utf8", "--code-page", ""}, "--code-page: the name of the code page is empty"},
       {{"utf8", "--code-page="}, "--code-page: the name of the code page is empty"},
+      {{"inventory", "--url", "h/a"}, "--url: \"h/a\" is no absolute URL"},
       {{"links", "-0"}, "--null requires --files-from"},
       {{"encode", "--flavour", "uri", "--lines", "x"}, "--lines excludes TEXT"},
       {{"-x"}, "no such option: -x"},

@@ -89,6 +89,7 @@ TEST(Documents, BashOffersFilesToThoseThatReadThem) {
   TemporaryFolder folder;
   const std::string file = folder.file("page.html", "");
   EXPECT_EQ(offered({"links", folder.path() + "/"}), std::set<std::string>{file});
+  EXPECT_EQ(offered({"inventory", "--places", folder.path() + "/"}), std::set<std::string>{file});
   EXPECT_TRUE(offered({"encode", folder.path() + "/"}).empty());
 }
 

@@ -1,9 +1,9 @@
 #include "output/json.h"
 
+#include <algorithm>
 #include <bit>
 #include <charconv>
-#include <cstddef>
-#include <cstring>
+#include <utility>
 
 #include "output/utf8_text.h"
 
@@ -30,30 +30,46 @@ constexpr bool mustBeEscaped(char byte) {
   return static_cast<unsigned char>(byte) < 0x20 || byte == '"' || byte == '\\';
 }
 
-// The number of bytes in front of the first one that must be escaped. The lowest mark of a word is
-// always true.
-std::size_t plainLength(std::string_view text) {
-  std::size_t at = 0;
-  if constexpr (std::endian::native == std::endian::little) {
-    for (Word word; at + sizeof word <= text.size(); at += sizeof word) {
-      std::memcpy(&word, text.data() + at, sizeof word);
-      const Word marks = escapedBytes(word);
-      if (marks != 0) return at + static_cast<std::size_t>(std::countr_zero(marks)) / 8;
-    }
+// The longest escape of one byte.
+constexpr std::size_t kLongestEscape = 6;
+
+char* putEscape(char* at, char byte) {
+  constexpr char kDigits[] = "0123456789abcdef";
+  constexpr std::string_view kShort = "\"\"\\\\\bb\ff\nn\rr\tt";  // pairs: the byte, its letter
+  *at++ = '\\';
+  for (std::size_t i = 0; i < kShort.size(); i += 2) {
+    if (kShort[i] != byte) continue;
+    *at++ = kShort[i + 1];
+    return at;
   }
-  while (at < text.size() && !mustBeEscaped(text[at])) ++at;
+  for (const char digit : {'u', '0', '0', kDigits[byte >> 4], kDigits[byte & 0xF]}) *at++ = digit;
   return at;
 }
 
-void appendEscape(std::string& out, char byte) {
-  constexpr char kDigits[] = "0123456789abcdef";
-  constexpr std::string_view kShort = "\"\"\\\\\bb\ff\nn\rr\tt";  // pairs: the byte, its letter
-  for (std::size_t i = 0; i < kShort.size(); i += 2) {
-    if (kShort[i] != byte) continue;
-    out.append({'\\', kShort[i + 1]});
-    return;
+// Copies the text with its escapes, eight bytes at a time. May write a word beyond what it returns.
+// The lowest mark of a word is always true.
+char* putEscaped(char* at, std::string_view text) {
+  const char* from = text.data();
+  const char* const end = from + text.size();
+  if constexpr (std::endian::native == std::endian::little) {
+    for (Word word; end - from >= static_cast<std::ptrdiff_t>(sizeof word);) {
+      std::memcpy(&word, from, sizeof word);
+      std::memcpy(at, &word, sizeof word);
+      const Word marks = escapedBytes(word);
+      const int plain = marks == 0 ? 8 : std::countr_zero(marks) / 8;
+      at += plain;
+      from += plain;
+      if (marks != 0) at = putEscape(at, *from++);
+    }
   }
-  out.append({'\\', 'u', '0', '0', kDigits[byte >> 4], kDigits[byte & 0xF]});
+  for (; from != end; ++from) {
+    if (mustBeEscaped(*from)) {
+      at = putEscape(at, *from);
+    } else {
+      *at++ = *from;
+    }
+  }
+  return at;
 }
 
 bool isAscii(std::string_view text) {
@@ -69,63 +85,68 @@ bool isAscii(std::string_view text) {
 
 }  // namespace
 
-void appendJsonString(std::string& out, std::string_view text) {
-  out.push_back('"');
-  for (;;) {
-    const std::size_t plain = plainLength(text);
-    out.append(text.substr(0, plain));
-    if (plain == text.size()) break;
-    appendEscape(out, text[plain]);
-    text.remove_prefix(plain + 1);
-  }
-  out.push_back('"');
-}
-
 void JsonWriter::beginLine() {
-  isFirst_ = true;
+  at_ = line_.get();
+  separator_ = '{';
   notUtf8_.clear();
-}
-
-void JsonWriter::addText(std::string_view member, std::string_view text) {
-  addName(member);
-  appendJsonString(out_, text);
-}
-
-void JsonWriter::addBytes(std::string_view member, std::string_view bytes) {
-  if (isAscii(bytes) || isWellFormedUtf8(bytes)) {
-    addText(member, bytes);
-  } else {
-    addText(member, bytesAsCodePoints(bytes));
-    notUtf8_.push_back(member);
-  }
-}
-
-void JsonWriter::addNumber(std::string_view member, std::int64_t number) {
-  addName(member);
-  char digits[20];
-  const auto end = std::to_chars(digits, digits + sizeof digits, number).ptr;
-  out_.append(digits, end);
 }
 
 void JsonWriter::addWords(std::string_view member, const std::vector<std::string_view>& words) {
   addName(member);
   char separator = '[';
   for (const std::string_view word : words) {
-    out_.push_back(separator);
-    appendJsonString(out_, word);
+    *makeRoom(1) = separator;
+    ++at_;
+    putString(word);
     separator = ',';
   }
-  out_.append(words.empty() ? "[]" : "]");
+  const std::string_view close = words.empty() ? "[]" : "]";
+  at_ = std::copy(close.begin(), close.end(), makeRoom(close.size()));
 }
 
 void JsonWriter::endLine() {
   if (!notUtf8_.empty()) addWords("bytes", notUtf8_);
-  out_.append(isFirst_ ? "{}\n" : "}\n");
+  const std::string_view close = separator_ == '{' ? "{}\n" : "}\n";
+  out_.append(line_.get(), at_).append(close);
 }
 
-void JsonWriter::addName(std::string_view member) {
-  out_.append(isFirst_ ? "{\"" : ",\"").append(member).append("\":");
-  isFirst_ = false;
+// Piece by piece: a long text needs no room for as many escapes.
+void JsonWriter::putString(std::string_view text) {
+  constexpr std::size_t kPiece = 65536;
+  *makeRoom(1) = '"';
+  ++at_;
+  while (!text.empty()) {
+    const std::string_view piece = text.substr(0, kPiece);
+    at_ = putEscaped(makeRoom(piece.size() * kLongestEscape + sizeof(Word)), piece);
+    text.remove_prefix(piece.size());
+  }
+  *makeRoom(1) = '"';
+  ++at_;
+}
+
+// Returns whether they are UTF-8.
+bool JsonWriter::putBytes(std::string_view bytes) {
+  const bool isUtf8 = isAscii(bytes) || isWellFormedUtf8(bytes);
+  isUtf8 ? putString(bytes) : putString(bytesAsCodePoints(bytes));
+  return isUtf8;
+}
+
+void JsonWriter::putNumber(std::int64_t number) {
+  constexpr std::size_t kMostDigits = 20;
+  char* at = makeRoom(kMostDigits);
+  at_ = std::to_chars(at, at + kMostDigits, number).ptr;
+}
+
+// Keeps what was written of the line.
+void JsonWriter::grow(std::size_t size) {
+  const auto written = static_cast<std::size_t>(at_ - line_.get());
+  const auto capacity = static_cast<std::size_t>(end_ - line_.get());
+  const std::size_t wanted = std::max(written + size, 2 * capacity);
+  auto grown = std::make_unique_for_overwrite<char[]>(wanted);
+  std::copy_n(line_.get(), written, grown.get());
+  line_ = std::move(grown);
+  at_ = line_.get() + written;
+  end_ = line_.get() + wanted;
 }
 
 }  // namespace pagescan::tool

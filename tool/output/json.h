@@ -1,4 +1,4 @@
-// JsonWriter: JSON Lines, straight into the bytes of an output.
+// JsonWriter: JSON Lines for the bytes of an output.
 //
 // The only place of the program that writes JSON. Strings are written as JSON libraries write them:
 // only quotes, backslashes and control characters are escaped, all else is UTF-8. What begins with
@@ -6,32 +6,41 @@
 #ifndef PAGESCAN_TOOL_JSON_H
 #define PAGESCAN_TOOL_JSON_H
 
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace pagescan::tool {
 
-// Appends the text between quotes, escaped.
-// text     well-formed UTF-8, which is not checked
-void appendJsonString(std::string& out, std::string_view text);
-
+// A line is made in a block of memory of its own, which the next one uses again.
 class JsonWriter {
  public:
-  // Appends to `out`, which is borrowed.
+  // Appends whole lines to `out`, which is borrowed.
   explicit JsonWriter(std::string& out) : out_(out) {}
 
   void beginLine();
 
   // Well-formed UTF-8. Names of members are plain: nothing in them needs an escape.
-  void addText(std::string_view member, std::string_view text);
+  void addText(std::string_view member, std::string_view text) {
+    addName(member);
+    putString(text);
+  }
 
   // Any bytes. What is not UTF-8 is written with one code point a byte, and endLine() names the
   // member in the array "bytes".
-  void addBytes(std::string_view member, std::string_view bytes);
+  void addBytes(std::string_view member, std::string_view bytes) {
+    addName(member);
+    if (!putBytes(bytes)) notUtf8_.push_back(member);
+  }
 
-  void addNumber(std::string_view member, std::int64_t number);
+  void addNumber(std::string_view member, std::int64_t number) {
+    addName(member);
+    putNumber(number);
+  }
 
   // An array of plain words.
   void addWords(std::string_view member, const std::vector<std::string_view>& words);
@@ -39,10 +48,35 @@ class JsonWriter {
   void endLine();
 
  private:
-  void addName(std::string_view member);
+  // In each caller, where the length of the name is known, that is a few plain stores.
+  [[gnu::always_inline]] void addName(std::string_view member) {
+    char* at = makeRoom(member.size() + 4);
+    *at++ = separator_;
+    *at++ = '"';
+    std::memcpy(at, member.data(), member.size());
+    at += member.size();
+    *at++ = '"';
+    *at++ = ':';
+    at_ = at;
+    separator_ = ',';
+  }
+
+  // Where at least `size` bytes may be written.
+  char* makeRoom(std::size_t size) {
+    if (static_cast<std::size_t>(end_ - at_) < size) grow(size);
+    return at_;
+  }
+
+  void grow(std::size_t size);
+  void putString(std::string_view text);
+  bool putBytes(std::string_view bytes);
+  void putNumber(std::int64_t number);
 
   std::string& out_;
-  bool isFirst_ = true;
+  std::unique_ptr<char[]> line_;
+  char* at_ = nullptr;
+  char* end_ = nullptr;
+  char separator_ = '{';
   std::vector<std::string_view> notUtf8_;
 };
 
