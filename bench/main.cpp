@@ -37,6 +37,7 @@ Jobs jobsOver(const Input& input) {
   addResolveJobs(jobs, input);
   addUrlJobs(jobs, input);
   addStyleJobs(jobs, input);
+  addStyleTextJobs(jobs, input);
   addEncodeJobs(jobs, input);
   addCharsetJobs(jobs, input);
   addDecodingJobs(jobs);

@@ -11,45 +11,59 @@
 namespace pagescan::internal {
 namespace {
 
-// Whether the mark at `at` is one in its place: a "(" after the last letter of a function's name, a
-// "/" before "*". What lies outside the range may be anything.
-inline bool isStyleMark(const char* at, const char* begin, const char* end) {
-  switch (*at) {
-    case '"':
-    case '\'':
-    case '\\':
-    case '@':
-      return true;
-    case '(': {
-      if (at == begin) return true;
-      const int last = at[-1] | 0x20;
-      return last == 'l' || last == 'c' || last == 't';
-    }
-    case '/':
-      return at + 1 == end || at[1] == '*';
-    default:
-      return false;
-  }
-}
-
-// What can be a mark of style text, and which of that is one.
+// What begins a string, a comment, an escape, a rule, or the arguments of a function of interest:
+// a "(" counts after the last letter of its name alone, a "/" before "*".
 struct StyleMarks {
+  static constexpr bool kIsExact = true;        // whether all candidates are marks
+  static constexpr std::ptrdiff_t kBefore = 1;  // bytes around a candidate that are looked at
+  static constexpr std::ptrdiff_t kAfter = 1;
+
   template <class Vector>
-  static auto candidates(typename Vector::Type bytes) {
+  static auto candidates(const char* at) {
+    const auto bytes = Vector::load(at);
     const auto is = [bytes](char c) { return Vector::equal(bytes, Vector::fill(c)); };
+    const auto last = Vector::either(Vector::load(at - 1), Vector::fill(0x20));
+    const auto endsWith = [last](char c) { return Vector::equal(last, Vector::fill(c)); };
+    const auto letters =
+        Vector::either(endsWith('l'), Vector::either(endsWith('c'), endsWith('t')));
+    const auto functions = Vector::both(is('('), letters);
+    const auto stars = Vector::equal(Vector::load(at + 1), Vector::fill('*'));
+    const auto comments = Vector::both(is('/'), stars);
     const auto quotes = Vector::either(is('"'), is('\''));
-    const auto slashes = Vector::either(is('/'), is('\\'));
-    return Vector::either(Vector::either(quotes, slashes), Vector::either(is('('), is('@')));
+    const auto others = Vector::either(is('@'), is('\\'));
+    return Vector::either(Vector::either(functions, comments), Vector::either(quotes, others));
   }
+
+  // What lies outside the range may be anything.
   static bool isMark(const char* at, const char* begin, const char* end) {
-    return isStyleMark(at, begin, end);
+    switch (*at) {
+      case '"':
+      case '\'':
+      case '\\':
+      case '@':
+        return true;
+      case '(': {
+        if (at == begin) return true;
+        const int last = at[-1] | 0x20;
+        return last == 'l' || last == 'c' || last == 't';
+      }
+      case '/':
+        return at + 1 == end || at[1] == '*';
+      default:
+        return false;
+    }
   }
 };
 
 // What ends a string or needs a look: a quote, a backslash, a new line.
 struct StringMarks {
+  static constexpr bool kIsExact = true;
+  static constexpr std::ptrdiff_t kBefore = 0;
+  static constexpr std::ptrdiff_t kAfter = 0;
+
   template <class Vector>
-  static auto candidates(typename Vector::Type bytes) {
+  static auto candidates(const char* at) {
+    const auto bytes = Vector::load(at);
     const auto is = [bytes](char c) { return Vector::equal(bytes, Vector::fill(c)); };
     const auto quotes = Vector::either(is('"'), is('\''));
     const auto newLines = Vector::either(is('\n'), Vector::either(is('\r'), is('\f')));
@@ -63,8 +77,13 @@ struct StringMarks {
 
 // The same for url( without quotes: also white space, what cannot be printed, and brackets.
 struct UrlMarks {
+  static constexpr bool kIsExact = false;
+  static constexpr std::ptrdiff_t kBefore = 0;
+  static constexpr std::ptrdiff_t kAfter = 0;
+
   template <class Vector>
-  static auto candidates(typename Vector::Type bytes) {
+  static auto candidates(const char* at) {
+    const auto bytes = Vector::load(at);
     const auto is = [bytes](char c) { return Vector::equal(bytes, Vector::fill(c)); };
     const auto quotes = Vector::either(is('"'), is('\''));
     const auto brackets = Vector::either(is('('), is(')'));
@@ -83,11 +102,14 @@ template <class Vector, class Marks>
 const char* findStyleMark(const char* begin, const char* end) {
   constexpr auto kWidth = static_cast<std::ptrdiff_t>(Vector::kWidth);
   const char* at = begin;
-  for (; end - at >= kWidth; at += kWidth) {
-    auto marks = Vector::mask(Marks::template candidates<Vector>(Vector::load(at)));
+  for (; at < end && at - begin < Marks::kBefore; ++at) {
+    if (Marks::isMark(at, begin, end)) return at;
+  }
+  for (; end - at >= kWidth + Marks::kAfter; at += kWidth) {
+    auto marks = Vector::mask(Marks::template candidates<Vector>(at));
     for (; marks != 0; marks &= marks - 1) {
       const char* const mark = at + std::countr_zero(marks);
-      if (Marks::isMark(mark, begin, end)) return mark;
+      if (Marks::kIsExact || Marks::isMark(mark, begin, end)) return mark;
     }
   }
   while (at < end && !Marks::isMark(at, begin, end)) ++at;

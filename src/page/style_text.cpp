@@ -79,7 +79,7 @@ class StyleReader {
   // Whether brackets other than "(" mean nothing: none is recorded, then.
   bool isQuiet() const { return !isFree_ && functions_ == 0 && form_ != StyleForm::declarations; }
 
-  // Where only functions that hold URLs matter, whose names end with l, c or t.
+  // Where only functions that hold URLs matter.
   std::size_t findQuietMark() const { return find(kernels().findStyleMark); }
 
   std::size_t find(const char* (*search)(const char* begin, const char* end)) const {
