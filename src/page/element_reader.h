@@ -73,7 +73,7 @@ struct ReaderOptions {
   bool iframeSrcdoc = false;               // the page of a srcdoc: never in quirks mode
   const ExtraNames* elements = nullptr;    // names besides the built-in ones, with numbers from
   const ExtraNames* attributes = nullptr;  // kElementCount and kAttributeCount on; must outlive it
-  std::uint32_t fewestInRun = 16;  // changes no answer; tests lower it: see FormattingRun
+  std::uint32_t fewestInRun = 16;          // changes no answer; tests lower it: see FormattingRun
 };
 
 // The content of a div, as noscript text and other fragments are read.
@@ -93,7 +93,8 @@ class ElementReader {
         attributes_(page, options.attributes),
         nameCount_(kElementCount + (options.elements ? options.elements->size() : 0)),
         unknown_(static_cast<NameNumber>(nameCount_)),
-        builder_(page, {options.context, options.scripting, options.quirks, options.iframeSrcdoc,
+        builder_(page,
+                 {options.context, options.scripting, options.quirks, options.iframeSrcdoc,
                   options.fewestInRun},
                  static_cast<NameNumber>(nameCount_)) {}
   ElementReader(const ElementReader&) = delete;

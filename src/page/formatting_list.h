@@ -71,8 +71,8 @@ class FormattingList {
   const FormattingRun* runOf(std::uint32_t node) const;
   bool isOpen(const FormattingRun& run) const { return nodes_[run.last].slot != kNone; }
   bool hasRuns() const { return !runs_.empty(); }
-  // Makes one run of the nodes from `first` to the last one, runs among them included.
-  void makeRun(std::uint32_t first, std::uint32_t slot);
+  // Makes one run of the nodes from `first` to `last`, which are in none.
+  void setRun(std::uint32_t first, std::uint32_t last);
   // Ends the run of `node` before it. The nodes after it are left alone, or a closed run if
   // `keepsRest`; so is the node itself.
   void splitRun(std::uint32_t node, bool keepsRest);
@@ -92,7 +92,6 @@ class FormattingList {
 
  private:
   std::uint32_t makeNode(NameNumber name);
-  void setRun(std::uint32_t first, std::uint32_t last);
   void renumberRuns();
   void link(std::uint32_t node, std::uint32_t earlier);
   void unlink(std::uint32_t node);

@@ -19,13 +19,6 @@ void FormattingList::setRun(std::uint32_t first, std::uint32_t last) {
   runs_.insert_or_assign(nodes_[first].order, FormattingRun{first, last});
 }
 
-void FormattingList::makeRun(std::uint32_t first, std::uint32_t slot) {
-  dissolveRuns(first);
-  setRun(first, last_);
-  nodes_[last_].slot = slot;
-  open_.at(slot).formatting = last_;
-}
-
 void FormattingList::splitRun(std::uint32_t node, bool keepsRest) {
   const FormattingRun run = *runOf(node);
   runs_.erase(nodes_[run.first].order);

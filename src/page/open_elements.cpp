@@ -74,23 +74,25 @@ std::uint32_t OpenElements::lift(std::uint32_t formatting, std::uint32_t block,
   while (newer != kNone && newer <= block) newer = entries_[newer].newerNamesake;
 
   std::uint32_t lower = below;
-  const auto place = [&](std::uint32_t from, std::uint32_t to) {
-    relocate(from, to, special, itemLimit);
-    entries_[to].below = lower;
-    entries_[lower].above = to;
-    lower = to;
+  const auto place = [&](std::uint32_t from, std::uint32_t slot) {
+    relocate(from, slot, special, itemLimit);
+    entries_[slot].below = lower;
+    entries_[lower].above = slot;
+    lower = slot;
   };
-  const auto firstSlot = static_cast<std::uint32_t>(block - 1 - keptCount);
+  // From the lowest free slot up, so that none is overwritten that is still to move.
+  std::uint32_t to = formatting;
   for (std::size_t i = 0; i < keptCount; ++i) {
-    newSlots[i] = static_cast<std::uint32_t>(firstSlot + i);
-    place(kept[i], newSlots[i]);
+    newSlots[i] = to;
+    place(kept[i], to++);
   }
-  place(block, block - 1);
+  const std::uint32_t blockSlot = to;
+  place(block, blockSlot);
 
-  lifted.special = entries_[block - 1].special;
-  lifted.itemLimit = entries_[block - 1].itemLimit;
+  lifted.special = entries_[blockSlot].special;
+  lifted.itemLimit = entries_[blockSlot].itemLimit;
   lifted.html = block;
-  lifted.below = block - 1;
+  lifted.below = blockSlot;
   lifted.above = above;
   lifted.newerNamesake = newer;
   std::uint32_t& upper =
@@ -99,13 +101,13 @@ std::uint32_t OpenElements::lift(std::uint32_t formatting, std::uint32_t block,
   upper = block;
   if (lifted.olderNamesake != kNone) entries_[lifted.olderNamesake].newerNamesake = block;
   entries_[block] = lifted;
-  entries_[block - 1].above = block;
+  entries_[blockSlot].above = block;
   if (above == kNone) {
     top_ = block;
   } else {
     entries_[above].below = block;
   }
-  return block - 1;
+  return blockSlot;
 }
 
 }  // namespace pagescan::internal

@@ -3,8 +3,8 @@
 //   slot      0     1     2     3     4     5
 //            html  body   b     x    div   div       `above` and `below` link the open ones;
 //                               |                    a slot in the middle that closed stays unused
-//   </b> takes b above the first div. x closes, div moves down, b takes its slot:
-//            html  body         div    b   div
+//   </b> takes b above the first div. x closes, div takes the slot of b, b that of div:
+//            html  body  div           b   div
 //
 // - An open element has a slot; later ones have higher slots. Removal from the middle leaves a
 // hole,

@@ -171,9 +171,9 @@ class TreeBuilder {
 
   // --- the list of active formatting elements: tree_formatting.cpp ---
   void reopen();
-  bool isLongStretch(std::uint32_t first);
+  void reopenStretch(std::uint32_t first, std::uint32_t last);
   void pushFormatting(std::uint32_t node);
-  void pushRun(std::uint32_t first);
+  void pushRun(std::uint32_t last);
   void clearToMarker();
   void removeFormatting(std::uint32_t node);
   std::uint32_t slotOf(std::uint32_t node);

@@ -19,21 +19,37 @@ void TreeBuilder::reopen() {
     if (formatting_.at(earlier).slot != kNone) break;
     first = earlier;
   }
-  if (isLongStretch(first)) return pushRun(first);
   formatting_.dissolveRuns(first);
-  for (std::uint32_t node = first; node != kNone; node = formatting_.at(node).later) {
-    pushFormatting(node);
+  // nobr is looked for in the stack itself, so it stays out of runs.
+  std::vector<std::uint32_t> apart;
+  for (std::uint32_t node = formatting_.lastNamed(id(Element::nobr));
+       node != kNone && formatting_.at(node).order >= formatting_.at(first).order;
+       node = formatting_.at(node).earlierNamesake) {
+    apart.push_back(node);
   }
+  for (; !apart.empty(); apart.pop_back()) {
+    const std::uint32_t node = apart.back();
+    if (node != first) reopenStretch(first, formatting_.at(node).earlier);
+    pushFormatting(node);
+    first = formatting_.at(node).later;
+  }
+  if (first != kNone) reopenStretch(first, formatting_.last());
 }
 
-// nobr is looked for in the stack itself, so it stays out of runs.
-bool TreeBuilder::isLongStretch(std::uint32_t first) {
-  if (formatting_.holds(id(Element::nobr))) return false;
-  std::uint32_t count = 0;
-  for (std::uint32_t node = first; node != kNone; node = formatting_.at(node).later) {
-    if (++count >= options_.fewestInRun) return true;
+// As one run, if they are many.
+void TreeBuilder::reopenStretch(std::uint32_t first, std::uint32_t last) {
+  std::uint32_t count = 1;
+  for (std::uint32_t node = first; node != last && count < options_.fewestInRun; ++count) {
+    node = formatting_.at(node).later;
   }
-  return false;
+  if (count >= options_.fewestInRun) {
+    pushRun(last);
+    return formatting_.setRun(first, last);
+  }
+  for (std::uint32_t node = first;; node = formatting_.at(node).later) {
+    pushFormatting(node);
+    if (node == last) return;
+  }
 }
 
 void TreeBuilder::pushFormatting(std::uint32_t node) {
@@ -43,12 +59,12 @@ void TreeBuilder::pushFormatting(std::uint32_t node) {
   open_.at(entry.slot).formatting = node;
 }
 
-// A run from `first` to the end of the list.
-void TreeBuilder::pushRun(std::uint32_t first) {
-  const FormattingNode& last = formatting_.at(formatting_.last());
-  const std::uint32_t slot = open_.push(Namespace::html, last.name, last.begin, kRun);
-  open_.at(slot).note = last.note;
-  formatting_.makeRun(first, slot);
+// The entry of a run that ends with `last`.
+void TreeBuilder::pushRun(std::uint32_t last) {
+  FormattingNode& entry = formatting_.at(last);
+  entry.slot = open_.push(Namespace::html, entry.name, entry.begin, kRun);
+  open_.at(entry.slot).note = entry.note;
+  open_.at(entry.slot).formatting = last;
 }
 
 void TreeBuilder::clearToMarker() {
@@ -85,13 +101,8 @@ void TreeBuilder::closeFormatting(std::uint32_t node) {
   popTo(slot);
   if (run == nullptr) return;
   formatting_.splitRun(node, true);
-  if (!leavesSome) return;
   // What is left of the run stays open.
-  const std::uint32_t last = formatting_.at(node).earlier;
-  FormattingNode& entry = formatting_.at(last);
-  entry.slot = open_.push(Namespace::html, entry.name, entry.begin, kRun);
-  open_.at(entry.slot).note = entry.note;
-  open_.at(entry.slot).formatting = last;
+  if (leavesSome) pushRun(formatting_.at(node).earlier);
 }
 
 // Gives each element of an open run, from `node` on, an entry of its own. What stands above the run
@@ -105,13 +116,7 @@ void TreeBuilder::spreadRunFrom(std::uint32_t node) {
   const std::vector<OpenElement> taken = open_.takeFrom(slot);
   formatting_.at(run.last).slot = kNone;
   formatting_.splitRun(node, false);
-  if (node != run.first) {
-    const std::uint32_t last = formatting_.at(node).earlier;
-    FormattingNode& entry = formatting_.at(last);
-    entry.slot = open_.push(Namespace::html, entry.name, entry.begin, kRun);
-    open_.at(entry.slot).note = entry.note;
-    open_.at(entry.slot).formatting = last;
-  }
+  if (node != run.first) pushRun(formatting_.at(node).earlier);
   for (std::uint32_t at = node;; at = formatting_.at(at).later) {
     pushFormatting(at);
     if (at == run.last) break;
