@@ -13,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+#include "page/element_reader.h"
 #include "pagescan.h"
 #include "pagescan/url.h"
 #include "sections.h"
@@ -81,6 +82,20 @@ constexpr Shape kShapes[] = {
     {"labels", "http://", "a."},
     {"IDN", "http://", "\xC3\x9F."},
     {"IDN, marks", "http://a", "\xCC\x81\xCC\xA7"},
+    {"deep", "", "<div><p>"},
+    {"deep, stray ends", "", "</p></li></b></x></table></g>", "<div><svg><g>"},
+    {"deep, items", "", "<li><dd>", "<div><span>"},
+    {"deep, scopes", "", "</p><button><h1></h2></form>", "<p><button><span>"},
+    {"formatting", "", "<b><i><p></b></i>"},
+    {"formatting, blocks", "<b><u>", "<x><div></b>"},
+    {"formatting, reopened", "", "<p>x</b>", "<font size=1><font size=2><font size=3>"},
+    {"formatting, links", "", "<a href=x><div>"},
+    {"formatting, markers", "", "<object><b></object>"},
+    {"tables", "", "<table><tr><td>x"},
+    {"tables, text", "<table>", "x<b>&#32;"},
+    {"templates", "", "<template><div>"},
+    {"forms", "", "<form><div></form>"},
+    {"own names", "", "</x-a>", "<x-b><x-c>"},
     {"tags, a name", "", "n", "<img a=\">\" "},
     {"tags, a name and blanks", "n", " ", "<td a=\">\" "},
     {"tags, white space", "", " ", "<img a=\">\" "},
@@ -203,6 +218,24 @@ Kept resolved(const RWCString& text) {
   return result;
 }
 
+struct NoHandler {
+  std::uint8_t startTag(const internal::StartTag& tag) {
+    benchmark::DoNotOptimize(tag.begin);
+    return 0;
+  }
+  void rawText(const internal::StartTag&, Span) {}
+  void svgStyleText(std::uint32_t, Span, bool) {}
+  void svgStyleEnds(std::uint32_t) {}
+  void bodyLeaves(std::uint32_t) {}
+};
+
+Kept readElements(const RWCString& text) {
+  NoHandler handler;
+  internal::ElementReader<NoHandler> reader({text.data(), text.length()}, {}, handler);
+  reader.read();
+  return nullptr;
+}
+
 Kept resolvedUrl(const RWCString& text) {
   return std::make_shared<std::optional<std::string>>(
       resolve(std::string_view(text.data(), text.length()), kUrl));
@@ -311,6 +344,7 @@ const NamedOperation kOperations[] = {
     {"calcUrl(in, out, ...), base", resolvedAgainst},
     {"calcUrl(url)", EDITED_BY(copy = urlBase(kUrl).calcUrl(copy))},
     {"pagescan::resolve", resolvedUrl},
+    {"elements of a page", readElements},
     {"EncodeString", encode},
     {"DecodeString", EDITED_BY(UrlEncoding::DecodeString(copy, kType))},
     {"CheckUrlDecoding(text)", READ(UrlEncoding::CheckUrlDecoding(text))},

@@ -9,6 +9,7 @@ namespace pagescan::bench {
 
 // Each adds its jobs. The input must outlive them.
 void addParseJobs(Jobs& jobs, const Input& input);
+void addPageJobs(Jobs& jobs, const Input& input);
 void addStyleJobs(Jobs& jobs, const Input& input);
 void addStyleTextJobs(Jobs& jobs, const Input& input);
 void addResolveJobs(Jobs& jobs, const Input& input);

@@ -34,6 +34,7 @@ Input inputOf(const Options& options) {
 Jobs jobsOver(const Input& input) {
   Jobs jobs;
   addParseJobs(jobs, input);
+  addPageJobs(jobs, input);
   addResolveJobs(jobs, input);
   addUrlJobs(jobs, input);
   addStyleJobs(jobs, input);
