@@ -1,6 +1,8 @@
 // The map is a list of places from which decoding can set in anew, one for each block of the text.
 #include "encoding/mapped_text.h"
 
+#include <algorithm>
+
 #include "encoding/decoder_of.h"
 
 namespace pagescan::internal {
@@ -80,6 +82,35 @@ std::size_t MappedText::rawBegin(std::size_t at) const {
 
 std::size_t MappedText::rawEnd(std::size_t at) const {
   return at == 0 ? from_ : characterAt(at - 1).rawEnd;
+}
+
+template <typename Decoder>
+std::size_t MappedText::findText(Decoder& decoder, std::size_t block, std::size_t raw) const {
+  const Checkpoint& checkpoint = checkpoints_[block];
+  decoder.resume(checkpoint.state);
+  const auto* const start = reinterpret_cast<const Byte*>(bytes_.data());
+  const Byte* const end = start + bytes_.size();
+  std::size_t offset = block * kBlock + checkpoint.skip;
+  const Byte* begin = start + checkpoint.raw;
+  for (const Byte* next = begin; begin < start + raw && next < end;) {
+    char character[kMostForOneCharacter];
+    char* out = character;
+    next = decoder.next(next, end, out);
+    if (out == character) continue;
+    offset += static_cast<std::size_t>(out - character);
+    begin = next;
+  }
+  return offset;
+}
+
+std::size_t MappedText::textAt(std::size_t raw) const {
+  const auto later = std::upper_bound(
+      checkpoints_.begin(), checkpoints_.end(), raw,
+      [](std::size_t wanted, const Checkpoint& checkpoint) { return wanted < checkpoint.raw; });
+  if (later == checkpoints_.begin()) return 0;
+  const auto block = static_cast<std::size_t>(later - checkpoints_.begin() - 1);
+  return withDecoderOf(encoding_,
+                       [this, block, raw](auto decoder) { return findText(decoder, block, raw); });
 }
 
 MappedText::Range MappedText::rawRange(std::size_t begin, std::size_t end) const {

@@ -46,6 +46,11 @@ class MappedText {
   // Cost      as above
   std::size_t rawEnd(std::size_t at) const;
 
+  // Where in text() the first character begins that begins at `raw` or after it; the size of the
+  // text when there is none. The inverse of rawBegin() for the starts of characters.
+  // Cost      logarithmic in the text, and decodes at most kBlock bytes anew
+  std::size_t textAt(std::size_t raw) const;
+
   // The bytes of text()[begin, end): of an empty range the empty one after the character before it.
   Range rawRange(std::size_t begin, std::size_t end) const;
 
@@ -66,6 +71,8 @@ class MappedText {
   void build(Decoder& decoder);
   template <typename Decoder>
   Place find(Decoder& decoder, std::size_t at) const;
+  template <typename Decoder>
+  std::size_t findText(Decoder& decoder, std::size_t block, std::size_t raw) const;
   Place characterAt(std::size_t at) const;
 
   std::string_view bytes_;

@@ -48,18 +48,7 @@ std::uint32_t TextLayer::beginInPage(std::size_t at) const {
 }
 
 std::size_t TextLayer::fromPage(std::size_t offset) const {
-  if (!converted_) return offset - shift_;
-  std::size_t begin = 0;
-  std::size_t end = text_.size();
-  while (begin < end) {
-    const std::size_t middle = begin + (end - begin) / 2;
-    if (converted_->rawBegin(middle) < offset) {
-      begin = middle + 1;
-    } else {
-      end = middle;
-    }
-  }
-  return begin;
+  return converted_ ? converted_->textAt(offset) : offset - shift_;
 }
 
 }  // namespace pagescan::internal

@@ -107,6 +107,7 @@ void expectRightMap(const std::string& bytes, Encoding encoding) {
     const std::size_t begin = mapped.rawBegin(at);
     if (begin == rawEnd) {  // a new character
       characterEnd = at;
+      ASSERT_EQ(mapped.textAt(begin), at);
       rawEnd = mapped.rawEnd(at + 1);
       ASSERT_GT(rawEnd, begin);
     }
@@ -116,6 +117,7 @@ void expectRightMap(const std::string& bytes, Encoding encoding) {
         << testing::PrintToString(bytes);
     ASSERT_LE(characterEnd, at);
   }
+  ASSERT_EQ(mapped.textAt(bytes.size()), whole.size());
 }
 
 const std::vector<std::string_view> kPieces = {"a",
