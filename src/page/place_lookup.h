@@ -38,7 +38,7 @@ inline const Place* firstPlace(Namespace space, NameId element, NameId attribute
   return row == 0 ? nullptr : &kPlaces[row - 1];
 }
 
-// Whether a row is for an element.
+// Whether a row of kPlaces is for an element.
 bool isFor(const Place& place, Namespace space, NameId element);
 
 // The next row after `place` that is for the element, of a profile that is wanted; nullptr: none.

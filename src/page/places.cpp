@@ -204,14 +204,37 @@ constexpr bool isOfSpace(const Place& place, std::size_t space) {
 template <std::size_t kCount>
 constexpr NameId numberOf(std::string_view name, const std::string_view (&names)[kCount]) {
   for (std::size_t i = 0; i < kCount; ++i) {
-    if (equalsIgnoringCase(name, names[i])) return static_cast<NameId>(i);
+    if (names[i].size() == name.size() && equalsIgnoringCase(name, names[i])) {
+      return static_cast<NameId>(i);
+    }
   }
   throw "a name that names.h lacks";  // stops the compiler
 }
 
-constexpr bool isForElement(const Place& place, NameId element) {
-  return elementOf(place) == "*" || equalsIgnoringCase(elementOf(place), kElementNames[element]);
+constexpr NameId kAnyElement = 0xFFFF;
+
+using RowNames = std::array<NameId, kPlaceCount>;
+
+constexpr RowNames elementsOfRows() {
+  RowNames numbers{};
+  for (std::size_t row = 0; row < kPlaceCount; ++row) {
+    const std::string_view element = elementOf(kPlaces[row]);
+    numbers[row] = element == "*" ? kAnyElement : numberOf(element, kElementNames);
+  }
+  return numbers;
 }
+
+constexpr RowNames attributesOfRows() {
+  RowNames numbers{};
+  for (std::size_t row = 0; row < kPlaceCount; ++row) {
+    numbers[row] = numberOf(kPlaces[row].attribute, kAttributeNames);
+  }
+  return numbers;
+}
+
+// Computed apart: compilers bound what one constant may cost.
+constexpr RowNames kElementsOfRows = elementsOfRows();
+constexpr RowNames kAttributesOfRows = attributesOfRows();
 
 // Numbers the elements that have rows of their own; the others share the class of their namespace.
 constexpr PlaceTables numberClasses() {
@@ -219,9 +242,9 @@ constexpr PlaceTables numberClasses() {
   std::uint8_t classes = kSpaceCount;
   for (std::size_t space = 0; space < kSpaceCount; ++space) {
     tables.classOf[space].fill(static_cast<std::uint8_t>(space));
-    for (const Place& place : kPlaces) {
-      if (!isOfSpace(place, space) || place.element == "*") continue;
-      std::uint8_t& number = tables.classOf[space][numberOf(elementOf(place), kElementNames)];
+    for (std::size_t row = 0; row < kPlaceCount; ++row) {
+      if (!isOfSpace(kPlaces[row], space) || kElementsOfRows[row] == kAnyElement) continue;
+      std::uint8_t& number = tables.classOf[space][kElementsOfRows[row]];
       if (number < kSpaceCount) number = classes++;
     }
   }
@@ -232,33 +255,33 @@ constexpr PlaceTables numberClasses() {
 // The first row of each class and attribute; from the last row to the first, so that it stays.
 constexpr void findFirstRows(PlaceTables& tables) {
   for (std::size_t row = kPlaceCount; row-- > 0;) {
-    const Place& place = kPlaces[row];
-    const NameId attribute = numberOf(place.attribute, kAttributeNames);
+    const NameId element = kElementsOfRows[row];
+    const NameId attribute = kAttributesOfRows[row];
+    const auto number = static_cast<std::uint8_t>(row + 1);
     for (std::size_t space = 0; space < kSpaceCount; ++space) {
-      if (!isOfSpace(place, space)) continue;
-      if (place.element == "*") {
-        for (const std::uint8_t number : tables.classOf[space]) {
-          tables.first[number][attribute] = static_cast<std::uint8_t>(row + 1);
-        }
-      } else {
-        const NameId element = numberOf(elementOf(place), kElementNames);
-        tables.first[tables.classOf[space][element]][attribute] =
-            static_cast<std::uint8_t>(row + 1);
+      if (!isOfSpace(kPlaces[row], space)) continue;
+      if (element != kAnyElement) {
+        tables.first[tables.classOf[space][element]][attribute] = number;
+        continue;
       }
+      for (const std::uint8_t each : tables.classOf[space]) tables.first[each][attribute] = number;
     }
   }
 }
 
-// After each row the next one that may be for an element of that row.
+constexpr bool mayShareElement(std::size_t a, std::size_t b) {
+  const PlaceSpace first = kPlaces[a].space;
+  const PlaceSpace second = kPlaces[b].space;
+  if (first != second && first != any && second != any) return false;
+  return kElementsOfRows[a] == kElementsOfRows[b] || kElementsOfRows[a] == kAnyElement ||
+         kElementsOfRows[b] == kAnyElement;
+}
+
+// After each row the next one for the same attribute that may be for an element of that row.
 constexpr void linkRows(PlaceTables& tables) {
   for (std::size_t row = 0; row < kPlaceCount; ++row) {
     for (std::size_t later = row + 1; later < kPlaceCount && tables.next[row] == 0; ++later) {
-      const Place& a = kPlaces[row];
-      const Place& b = kPlaces[later];
-      const bool isSameSpace = a.space == b.space || a.space == any || b.space == any;
-      const bool isSameElement =
-          a.element == "*" || b.element == "*" || elementOf(a) == elementOf(b);
-      if (a.attribute == b.attribute && isSameSpace && isSameElement) {
+      if (kAttributesOfRows[row] == kAttributesOfRows[later] && mayShareElement(row, later)) {
         tables.next[row] = static_cast<std::uint8_t>(later + 1);
       }
     }
@@ -278,7 +301,9 @@ constexpr PlaceTables kPlaceTables = makeTables();
 static_assert(kPlaceTables.classCount == kPlaceClassCount);
 
 bool isFor(const Place& place, Namespace space, NameId element) {
-  return isOfSpace(place, static_cast<std::size_t>(space)) && isForElement(place, element);
+  const NameId named = kElementsOfRows[static_cast<std::size_t>(&place - kPlaces.data())];
+  return isOfSpace(place, static_cast<std::size_t>(space)) &&
+         (named == kAnyElement || named == element);
 }
 
 }  // namespace pagescan::internal
