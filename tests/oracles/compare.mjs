@@ -21,14 +21,16 @@ function differ(kind, page, detail) {
   if (++counts.differences <= kShown) console.log(`${kind}: ${page}\n  ${detail}`);
 }
 
-const decoder = new TextDecoder('windows-1252');  // one code unit for each byte
+// windows-1252, one code unit for each byte. (Some versions of Node.js decode it as ISO-8859-1.)
+const kAbove127 = '€\x81‚ƒ„…†‡ˆ‰Š‹Œ\x8dŽ\x8f\x90‘’“”•–—˜™š›œ\x9džŸ';
+const decoded = (bytes) => bytes.toString('latin1').replace(/[\x80-\x9f]/g, (c) => kAbove127[c.charCodeAt(0) - 128]);
 
 function comparePlaces(page, references, wanted, scripting) {
   if (/<select/i.test(page.bytes.toString('latin1'))) {
     ++counts['pages with <select>'];
     return;
   }
-  const theirs = findPlaces(decoder.decode(page.bytes), wanted, scripting);
+  const theirs = findPlaces(decoded(page.bytes), wanted, scripting);
   const ours = new Map();
   for (const { start, end, element, attribute, slot, value, parent } of references) {
     if (slot !== 'url' || parent !== undefined || !/[^\t\n\f\r ]/.test(value)) continue;
@@ -66,7 +68,7 @@ function compareUrls(page, references) {
     if (element === 'base') against = own;
     const isOwn = (attribute === 'action' || attribute === 'formaction') && !/[^\t\n\f\r ]/.test(value);
     const parsed = isOwn ? own : resolved(value, against);
-    const want = parsed === null ? undefined : whatwg.serializeURL(parsed);
+    const want = parsed === null ? undefined : whatwg.serializeURL(parsed, isOwn);
     ++counts.urls;
     if (want === url) continue;
     if (want === undefined && hasAsciiPunycode(value, page.url)) ++counts['ASCII xn-- hosts'];

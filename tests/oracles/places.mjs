@@ -18,17 +18,20 @@ function isWanted(wanted, space, element, attribute) {
   return wanted.has(`${space} ${element} ${attribute}`) || wanted.has(`${space} * ${attribute}`);
 }
 
-// The bytes of a value in its attribute as written: name, "=", value in quotes or bare.
-function valueSpan(html, { startOffset, endOffset }) {
-  let at = startOffset + 1;
-  while (at < endOffset && !/[\t\n\f\r =]/.test(html[at])) ++at;
-  const nameEnd = at;
-  while (at < endOffset && /[\t\n\f\r ]/.test(html[at])) ++at;
-  if (at >= endOffset || html[at] !== '=') return [nameEnd, nameEnd];
-  ++at;
-  while (at < endOffset && /[\t\n\f\r ]/.test(html[at])) ++at;
-  if (html[at] === '"' || html[at] === "'") return [at + 1, endOffset - 1];
-  return [at, endOffset];
+// The bytes of the value of the attribute at `start`: name, "=", value in quotes or bare. (Where no
+// white space follows a quoted value, parse5 7 gives the end of the name as that of the attribute.)
+function valueSpan(html, start) {
+  const skip = (pattern, at) => {
+    while (at < html.length && pattern.test(html[at])) ++at;
+    return at;
+  };
+  const nameEnd = skip(/[^\t\n\f\r =\/>]/, start + 1);
+  const equals = skip(/[\t\n\f\r ]/, nameEnd);
+  if (html[equals] !== '=') return [nameEnd, nameEnd];
+  const value = skip(/[\t\n\f\r ]/, equals + 1);
+  const quote = html[value];
+  if (quote === '"' || quote === "'") return [value + 1, html.indexOf(quote, value + 1)];
+  return quote === '>' ? [equals + 1, equals + 1] : [value, skip(/[^\t\n\f\r >]/, value)];
 }
 
 // Every wanted attribute of the tree of `html`, a text of one code unit a byte: the lines
@@ -47,7 +50,7 @@ export function findPlaces(html, wanted, scriptingEnabled) {
       const place = location.attrs[attribute] ?? location.attrs[name];
       if (!place || !isWanted(wanted, space, node.tagName, attribute)) continue;
       if (!/[^\t\n\f\r ]/.test(value)) continue;
-      const [start, end] = valueSpan(html, place);
+      const [start, end] = valueSpan(html, place.startOffset);
       const element = { svg: 'svg:', mathml: 'math:' }[space] ?? '';
       found.set(start, [start, end, element + node.tagName, attribute, JSON.stringify(value)].join(' '));
     }
