@@ -17,9 +17,9 @@ constexpr char32_t kSyllables = 0xAC00, kLeads = 0x1100, kVowels = 0x1161, kTrai
 constexpr char32_t kLeadCount = 19, kVowelCount = 21, kTrailCount = 28;
 constexpr char32_t kSyllablesOfLead = kVowelCount * kTrailCount;
 
-// Whether a character is one of `count` from `first` on.
-constexpr bool isIn(char32_t character, char32_t first, char32_t count) {
-  return character - first < count;
+// Whether a character is one of `count` from `lowest` on.
+constexpr bool isIn(char32_t c, char32_t lowest, char32_t count) {
+  return c - lowest < count;
 }
 
 unsigned char classOf(char32_t character) {
@@ -29,9 +29,9 @@ unsigned char classOf(char32_t character) {
 void appendDecomposed(std::u32string& out, char32_t character) {
   if (isIn(character, kSyllables, kLeadCount * kSyllablesOfLead)) {
     const char32_t index = character - kSyllables;
-    out += kLeads + index / kSyllablesOfLead;
-    out += kVowels + index % kSyllablesOfLead / kTrailCount;
-    if (index % kTrailCount > 0) out += kTrails + index % kTrailCount;
+    out.push_back(kLeads + index / kSyllablesOfLead);
+    out.push_back(kVowels + index % kSyllablesOfLead / kTrailCount);
+    if (index % kTrailCount > 0) out.push_back(kTrails + index % kTrailCount);
     return;
   }
   const auto row = std::lower_bound(
@@ -59,18 +59,18 @@ void orderMarks(std::u32string& text) {
 }
 
 // The character that two compose to; 0 where there is none.
-char32_t composed(char32_t first, char32_t second) {
-  if (isIn(first, kLeads, kLeadCount) && isIn(second, kVowels, kVowelCount)) {
-    return kSyllables + ((first - kLeads) * kVowelCount + second - kVowels) * kTrailCount;
+char32_t composed(char32_t starter, char32_t second) {
+  if (isIn(starter, kLeads, kLeadCount) && isIn(second, kVowels, kVowelCount)) {
+    return kSyllables + ((starter - kLeads) * kVowelCount + second - kVowels) * kTrailCount;
   }
-  if (isIn(first, kSyllables, kLeadCount * kSyllablesOfLead) &&
-      (first - kSyllables) % kTrailCount == 0 && isIn(second, kTrails + 1, kTrailCount - 1)) {
-    return first + (second - kTrails);
+  if (isIn(starter, kSyllables, kLeadCount * kSyllablesOfLead) &&
+      (starter - kSyllables) % kTrailCount == 0 && isIn(second, kTrails + 1, kTrailCount - 1)) {
+    return starter + (second - kTrails);
   }
   const auto parts = [](std::uint16_t row) {
     return std::tuple(kDecompositions[row].first, kDecompositions[row].second);
   };
-  const std::tuple wanted(first, second);
+  const std::tuple wanted(starter, second);
   const auto found =
       std::lower_bound(std::begin(kCompositions), std::end(kCompositions), wanted,
                        [&parts](std::uint16_t row, const auto& key) { return parts(row) < key; });
