@@ -1,6 +1,8 @@
 #include "reference/page/css_tokens.h"
 
 #include <algorithm>
+#include <cstdlib>
+#include <utility>
 
 namespace reference::page {
 
@@ -62,7 +64,12 @@ class CssTokenizer {
 
   std::vector<CssToken> run() {
     std::vector<CssToken> tokens;
-    while (at_ < input_.size()) tokens.push_back(token());
+    while (at_ < input_.size()) {
+      const std::size_t first = at_;
+      tokens.push_back(token());
+      tokens.back().tokenBegin = input_[first].begin;
+      tokens.back().tokenEnd = input_[at_ - 1].end;
+    }
     return tokens;
   }
 
@@ -101,6 +108,11 @@ class CssTokenizer {
     return made;
   }
 
+  void setName(CssToken& token, std::string written) {
+    token.name = toAsciiLower(written);
+    token.written = std::move(written);
+  }
+
   // The characters [first, last), or nothing before `first`.
   void setSpan(CssToken& token, std::size_t first, std::size_t last) {
     token.begin = first < last ? input_[first].begin : input_[first - 1].end;
@@ -117,10 +129,12 @@ class CssTokenizer {
     if (c == '"' || c == '\'') return string();
     if (c == '#' && (isNameCharacter(peek(1)) || isEscape(1))) {
       ++at_;
-      name();
-      return of(CssToken::Kind::other);
+      CssToken made = of(CssToken::Kind::hash);
+      made.isId = isIdentStart(0);
+      setName(made, name());
+      return made;
     }
-    if (isNumberStart()) return number();
+    if (isNumberStart()) return numeric();
     if (nextAre("-->")) {
       at_ += 3;
       return of(CssToken::Kind::cdc);
@@ -132,7 +146,7 @@ class CssTokenizer {
     if (c == '@' && isIdentStart(1)) {
       ++at_;
       CssToken made = of(CssToken::Kind::atKeyword);
-      made.name = name();
+      setName(made, name());
       return made;
     }
     if (isIdentStart(0)) return identLike();
@@ -172,40 +186,59 @@ class CssTokenizer {
     return c;
   }
 
-  // 4.3.12 "Consume an ident sequence", in lower case.
+  // 4.3.12 "Consume an ident sequence".
   std::string name() {
     std::string result;
     for (;;) {
       if (isNameCharacter(peek())) {
-        appendUtf8(result, toAsciiLower(input_[at_++].code));
+        appendUtf8(result, input_[at_++].code);
       } else if (isEscape(0)) {
-        appendUtf8(result, toAsciiLower(escaped().code));
+        appendUtf8(result, escaped().code);
       } else {
         return result;
       }
     }
   }
 
-  CssToken number() {
-    if (peek() == '+' || peek() == '-') ++at_;
-    while (isAsciiDigit(peek())) ++at_;
+  // 4.3.13 "Consume a number", its parts appended to what strtod() reads.
+  void number(CssToken& token) {
+    std::string digits;
+    const auto take = [&] { digits += static_cast<char>(input_[at_++].code); };
+    const auto takeDigits = [&] {
+      while (isAsciiDigit(peek())) take();
+    };
+    token.isInteger = true;
+    if (peek() == '+' || peek() == '-') {
+      token.sign = static_cast<char>(peek());
+      take();
+    }
+    takeDigits();
     if (peek() == '.' && isAsciiDigit(peek(1))) {
-      ++at_;
-      while (isAsciiDigit(peek())) ++at_;
+      token.isInteger = false;
+      take();
+      takeDigits();
     }
-    if (peek() == 'e' || peek() == 'E') {
-      const std::size_t sign = peek(1) == '+' || peek(1) == '-' ? 1 : 0;
-      if (isAsciiDigit(peek(1 + sign))) {
-        at_ += 1 + sign;
-        while (isAsciiDigit(peek())) ++at_;
-      }
+    const std::size_t sign = peek(1) == '+' || peek(1) == '-' ? 1 : 0;
+    if ((peek() == 'e' || peek() == 'E') && isAsciiDigit(peek(1 + sign))) {
+      token.isInteger = false;
+      for (std::size_t i = 0; i <= sign; ++i) take();
+      takeDigits();
     }
+    token.number = std::strtod(digits.c_str(), nullptr);
+  }
+
+  // 4.3.3 "Consume a numeric token".
+  CssToken numeric() {
+    CssToken made = of(CssToken::Kind::number);
+    number(made);
     if (isIdentStart(0)) {
-      name();
+      made.kind = CssToken::Kind::dimension;
+      setName(made, name());
     } else if (peek() == '%') {
+      made.kind = CssToken::Kind::percentage;
       ++at_;
     }
-    return of(CssToken::Kind::other);
+    return made;
   }
 
   CssToken string() {
@@ -234,13 +267,12 @@ class CssTokenizer {
   }
 
   CssToken identLike() {
-    const std::string made = name();
     CssToken result = of(CssToken::Kind::ident);
-    result.name = made;
+    setName(result, name());
     if (peek() != '(') return result;
     ++at_;
     result.kind = CssToken::Kind::function;
-    if (made != "url") return result;
+    if (result.name != "url") return result;
     std::size_t ahead = 0;
     while (isCssSpace(peek(ahead))) ++ahead;
     if (peek(ahead) == '"' || peek(ahead) == '\'') return result;

@@ -21,15 +21,27 @@ struct CssToken {
     url,
     badUrl,
     comment,
-    cdo,        // <!--
-    cdc,        // -->
-    other,      // numbers, hashes
+    cdo,  // <!--
+    cdc,  // -->
+    hash,
+    number,
+    percentage,
+    dimension,
     delimiter,  // one character: `code`
   };
 
-  Kind kind = Kind::other;
-  std::string name;  // of an ident, function or at-keyword, in lower case
+  Kind kind = Kind::delimiter;
   char32_t code = 0;
+  std::uint32_t tokenBegin = 0;
+  std::uint32_t tokenEnd = 0;
+  // Of an ident, function, at-keyword or hash, and the unit of a dimension.
+  std::string written;  // its escapes decoded
+  std::string name;     // in lower case, too
+  bool isId = false;    // of a hash: whether what is after the "#" is an identifier
+  // Of a number, percentage or dimension.
+  double number = 0;
+  char sign = 0;  // "+" or "-" where one is written
+  bool isInteger = false;
   // Of a string or url: what it spells, and where.
   Text value;
   std::uint32_t begin = 0;
