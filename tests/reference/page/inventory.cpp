@@ -1,16 +1,11 @@
 #include "reference/page/inventory.h"
 
 #include <algorithm>
-#include <memory>
 #include <utility>
 
 #include "reference/page/decoding.h"
-#include "reference/page/lists.h"
-#include "reference/page/places.h"
+#include "reference/page/inventory_reader.h"
 #include "reference/page/rules.h"
-#include "reference/page/style_references.h"
-#include "reference/page/text.h"
-#include "reference/page/tree_builder.h"
 
 namespace reference::page {
 
@@ -21,69 +16,6 @@ bool isBlank(const Text& value) {
                      [](const Char& c) { return isWhitespace(c.code); });
 }
 
-// What URLs of a document resolve against.
-struct Document {
-  std::string url;  // its own; of a srcdoc: the base in force at its iframe
-  bool isSrcdoc = false;
-  std::string encoding;  // of queries
-  bool hasBase = false;
-  std::uint32_t baseTag = 0;
-  std::string baseUrl;
-
-  // The base in force at a tag: a base element counts from its own tag on.
-  const std::string& baseAt(std::uint32_t tag) const {
-    return hasBase && tag >= baseTag ? baseUrl : url;
-  }
-  const std::string& base() const { return hasBase ? baseUrl : url; }
-};
-
-// A page, a srcdoc document or the content of a noscript element.
-struct Part {
-  const Document* document = nullptr;
-  bool isFragment = false;
-  bool scripting = true;
-  Quirks quirks = Quirks::no;
-  std::set<std::string> flags;
-  std::optional<std::uint32_t> parent;
-  int depth = 0;
-};
-
-struct Located {
-  const Node* node = nullptr;
-  bool inTemplate = false;
-  bool inShadow = false;
-};
-
-// All elements of a tree, in order; each start tag once.
-std::vector<Located> elementsOf(const Tree& tree) {
-  std::vector<Located> elements;
-  std::set<std::uint32_t> seen;
-  std::vector<Located> open = {{tree.document, false, false}};
-  while (!open.empty()) {
-    const Located at = open.back();
-    open.pop_back();
-    const Node& node = *at.node;
-    const bool isElement = node.kind == Node::Kind::element;
-    if (isElement && (!node.fromTag || seen.insert(node.tag).second)) elements.push_back(at);
-    for (auto child = node.children.rbegin(); child != node.children.rend(); ++child) {
-      open.push_back({*child, at.inTemplate, at.inShadow});
-    }
-    if (node.content) open.push_back({node.content, true, at.inShadow});
-    if (node.shadowRoot) open.push_back({node.shadowRoot, at.inTemplate, true});
-  }
-  return elements;
-}
-
-Text textOf(const Node& element) {
-  Text text;
-  for (const Node* const child : element.children) {
-    if (child->kind == Node::Kind::text) {
-      text.insert(text.end(), child->text.begin(), child->text.end());
-    }
-  }
-  return text;
-}
-
 std::string elementName(const Node& node) {
   const std::string prefix = node.space == Namespace::svg      ? "svg:"
                              : node.space == Namespace::mathml ? "math:"
@@ -91,56 +23,7 @@ std::string elementName(const Node& node) {
   return prefix + node.name;
 }
 
-class Reader {
- public:
-  explicit Reader(const InventoryOptions& options) : options_(options) {
-    rows_ = parsePlaces(options.places);
-    for (const PlaceRow& row : builtInPlaces()) rows_.push_back(row);
-    std::erase_if(rows_, [&](const PlaceRow& row) {
-      return row.profile != "standard" && options.profiles.count(row.profile) == 0;
-    });
-  }
-
-  void readDocument(const Text& text, Document& document, const Part& part);
-  void readSheet(const Text& text, const Document& document);
-
-  std::vector<Found> take() {
-    std::stable_sort(found_.begin(), found_.end(), [](const Found& a, const Found& b) {
-      return std::pair(a.begin, a.end) < std::pair(b.begin, b.end);
-    });
-    return std::move(found_);
-  }
-
- private:
-  void chooseBase(const std::vector<Located>& elements, Document& document);
-  void readElements(const std::vector<Located>& elements, const Part& part);
-  void readElement(const Located& at, const Part& part);
-  void readAttribute(const Attribute& attribute, const Located& at, const Part& part);
-  void readText(const Located& at, const Part& part);
-  void readBase(const Attribute& attribute, Found found, const Located& at, const Part& part);
-  void readStyle(const Text& text, StyleForm form, Found found, const Part& part);
-  void readJson(const Node& script, Found found, const Part& part);
-  void readLinkedData(const JsonValue& value, bool isIdentifier, const Found& found,
-                      const Part& part);
-  void readImportMap(const JsonValue& map, const Found& found, const Part& part);
-  void readSpeculationRules(const JsonValue& value, bool underUrls, const Found& found,
-                            const Part& part);
-  void addJson(const JsonString& string, std::string kind, Found found, const Part& part);
-  void readSrcdoc(const Attribute& attribute, const Located& at, const Part& part);
-  void readNoscript(const Located& at, const Part& part);
-
-  const PlaceRow* rowFor(const Node& element, std::string_view attribute) const;
-  Part partInside(const Located& at, const Part& part, const char* flag) const;
-  void add(Found found, const Text& value, const Part& part);
-  std::optional<std::string> resolved(const std::string& url, const std::string& base,
-                                      const std::string& encoding) const {
-    return options_.resolve ? options_.resolve(url, base, encoding) : std::nullopt;
-  }
-
-  const InventoryOptions& options_;
-  std::vector<PlaceRow> rows_;
-  std::vector<Found> found_;
-};
+}  // namespace
 
 // --- Documents ----------------------------------------------------------------------------------
 
@@ -350,81 +233,6 @@ void Reader::readSheet(const Text& text, const Document& document) {
   part.document = &document;
   readStyle(text, StyleForm::sheet, Found(), part);
 }
-
-// --- JSON ---------------------------------------------------------------------------------------
-
-void Reader::readJson(const Node& script, Found found, const Part& part) {
-  const auto json = parseJson(textOf(script));
-  if (!json) return;
-  found.slot = "json";
-  const std::string type = scriptTypeOf(script);
-  if (type == "importmap") {
-    readImportMap(*json, found, part);
-  } else if (type == "speculationrules") {
-    readSpeculationRules(*json, false, found, part);
-  } else {
-    readLinkedData(*json, false, found, part);
-  }
-}
-
-void Reader::addJson(const JsonString& string, std::string kind, Found found, const Part& part) {
-  if (isBlank(string.value)) return;
-  found.begin = string.begin;
-  found.end = string.end;
-  found.kind = std::move(kind);
-  found.value = toUtf8(string.value);
-  found.url = resolved(found.value, part.document->base(), "UTF-8");
-  found_.push_back(found);
-}
-
-void Reader::readLinkedData(const JsonValue& value, bool isIdentifier, const Found& found,
-                            const Part& part) {
-  if (value.kind == JsonValue::Kind::string) {
-    const std::string text = toUtf8(value.string.value);
-    if (startsWithIgnoringCase(text, "http://") || startsWithIgnoringCase(text, "https://")) {
-      addJson(value.string, isIdentifier ? "identifier" : "metadata", found, part);
-    }
-  }
-  for (std::size_t i = 0; i < value.items.size(); ++i) {
-    const bool underKey = value.kind == JsonValue::Kind::object &&
-                          isOneOf(toUtf8(value.keys[i].value), {"@context", "@type", "@vocab"});
-    readLinkedData(value.items[i], isIdentifier || underKey, found, part);
-  }
-}
-
-void Reader::readImportMap(const JsonValue& map, const Found& found, const Part& part) {
-  const auto addValues = [&](const JsonValue& object) {
-    if (object.kind != JsonValue::Kind::object) return;
-    for (const JsonValue& item : object.items) {
-      if (item.kind == JsonValue::Kind::string) addJson(item.string, "script", found, part);
-    }
-  };
-  if (map.kind != JsonValue::Kind::object) return;
-  for (std::size_t i = 0; i < map.items.size(); ++i) {
-    const std::string key = toUtf8(map.keys[i].value);
-    if (key == "imports") addValues(map.items[i]);
-    if (key != "scopes" || map.items[i].kind != JsonValue::Kind::object) continue;
-    const JsonValue& scopes = map.items[i];
-    for (std::size_t k = 0; k < scopes.items.size(); ++k) {
-      addJson(scopes.keys[k], "script", found, part);
-      addValues(scopes.items[k]);
-    }
-  }
-}
-
-void Reader::readSpeculationRules(const JsonValue& value, bool underUrls, const Found& found,
-                                  const Part& part) {
-  for (std::size_t i = 0; i < value.items.size(); ++i) {
-    const JsonValue& item = value.items[i];
-    const bool isArray = value.kind == JsonValue::Kind::array;
-    if (isArray && underUrls && item.kind == JsonValue::Kind::string) {
-      addJson(item.string, "script", found, part);
-    }
-    readSpeculationRules(item, !isArray && toUtf8(value.keys[i].value) == "urls", found, part);
-  }
-}
-
-}  // namespace
 
 std::vector<Found> inventory(std::string_view bytes, const InventoryOptions& options) {
   Document document;

@@ -26,8 +26,9 @@ struct Node {
   Namespace space = Namespace::html;
   std::string name;  // as the tree has it: "foreignObject"; also of a doctype or an instruction
   std::vector<Attribute> attributes;
-  bool fromTag = false;   // false for what the parser makes of itself
-  std::uint32_t tag = 0;  // offset of the "<" of its tag
+  bool fromTag = false;     // false for what the parser makes of itself
+  bool isRepeated = false;  // another element for a start tag that has one already
+  std::uint32_t tag = 0;    // offset of the "<" of its tag
   // The current node when the element was inserted, and whether an object, video or audio element
   // was open then.
   const Node* openParent = nullptr;

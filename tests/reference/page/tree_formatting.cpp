@@ -80,6 +80,7 @@ Node* TreeBuilder::cloneOf(const Node& element) {
   clone->name = element.name;
   clone->attributes = element.attributes;
   clone->fromTag = element.fromTag;
+  clone->isRepeated = true;
   clone->tag = element.tag;
   clone->openParent = element.openParent;
   clone->insideObjectOrMedia = element.insideObjectOrMedia;
