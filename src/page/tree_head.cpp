@@ -209,6 +209,7 @@ void TreeBuilder::startTemplate(const TagToken& tag) {
     open_.at(host).traits |= kHasShadowRoot;
     open_.at(slot).traits |= kShadowRoot;
     ++shadowTemplates_;
+    verdict_.kind = Verdict::dropped;  // it is open, but the tree has no element for it
   }
   formatting_.pushMarker();
   framesetOk_ = false;
