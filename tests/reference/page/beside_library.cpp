@@ -141,11 +141,8 @@ class FactCollector {
 
 library::FragmentContext contextOf(const ElementOptions& options) {
   if (options.contextName.empty()) return {};
-  const std::string name = toAsciiLower(options.contextName);
-  // The look-up may read some bytes past the name.
-  const std::string padded = name + std::string(64, '\0');
   return {true, static_cast<library::Namespace>(options.contextSpace),
-          library::findElement(padded.data(), name.size(), padded.data() + padded.size())};
+          library::findElement(toAsciiLower(options.contextName))};
 }
 
 std::set<std::string> factsOfLibrary(std::string_view bytes, const ElementOptions& options) {
