@@ -45,9 +45,9 @@ std::string_view ValueReader::rawAt(Span span) const {
 
 void ValueReader::decodeSrcdocs(std::uint32_t parent, std::string_view& text, Encoding& encoding) {
   for (int i = 0; i < page_.documents.of(parent).srcdocs; ++i) {
-    DecodedText& next = other();
-    decodeAttributeValue(text, encoding, next);
-    text = next.text();
+    text = decoded(text, [&](std::string_view raw, DecodedText& result) {
+      decodeAttributeValue(raw, encoding, result);
+    });
     encoding = Encoding::utf8;
   }
 }
@@ -56,9 +56,9 @@ std::string_view ValueReader::readMarkup(Span span, std::uint32_t parent) {
   std::string_view text = rawAt(span);
   Encoding encoding = page_.text->encoding();
   decodeSrcdocs(parent, text, encoding);
-  DecodedText& last = other();
-  decodeText(text, TextForm::rawText, encoding, last);
-  return last.text();
+  return decoded(text, [&](std::string_view raw, DecodedText& result) {
+    decodeText(raw, TextForm::rawText, encoding, result);
+  });
 }
 
 std::string_view ValueReader::read(const Reference& reference) {
@@ -71,19 +71,15 @@ std::string_view ValueReader::read(const Reference& reference) {
   Encoding encoding = page_.text->encoding();
   decodeSrcdocs(reference.parent, text, encoding);
   const bool isAttribute = reference.attribute != kUnknownName;
-  DecodedText& value = other();
-  decodeText(text, isAttribute ? TextForm::attributeValue : TextForm::rawText, encoding, value);
+  text = decoded(text, [&](std::string_view raw, DecodedText& result) {
+    decodeText(raw, isAttribute ? TextForm::attributeValue : TextForm::rawText, encoding, result);
+  });
   if (isCss(reference.slot)) {
-    DecodedText& unescaped = other();
-    decodeCssValue(value.text(), reference.slot, unescaped);
-    return unescaped.text();
+    return decoded(text, [&](std::string_view raw, DecodedText& result) {
+      decodeCssValue(raw, reference.slot, result);
+    });
   }
-  if (reference.slot == Slot::json) {
-    DecodedText& unescaped = other();
-    decodeJsonString(value.text(), unescaped);
-    return unescaped.text();
-  }
-  return value.text();
+  return reference.slot == Slot::json ? decoded(text, decodeJsonString) : text;
 }
 
 }  // namespace pagescan::internal

@@ -3,6 +3,7 @@
 #define PAGESCAN_PAGE_VALUES_H
 
 #include <array>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -30,8 +31,19 @@ class ValueReader {
 
   void decodeSrcdocs(std::uint32_t parent, std::string_view& text, Encoding& encoding);
 
-  // The two take turns: each is decoded from the other.
-  DecodedText& other() { return texts_[current_ ^= 1U]; }
+  // Decodes `text` by decode(text, result) into the one of the two that it does not stand in. What
+  // is its own decoding stays where it is.
+  template <class Decode>
+  std::string_view decoded(std::string_view text, const Decode& decode) {
+    DecodedText& next = texts_[current_ ^ 1U];
+    decode(text, next);
+    const std::string_view result = next.text();
+    const std::less_equal<const char*> notAfter;
+    const bool isSame =
+        notAfter(text.data(), result.data()) && notAfter(result.data(), text.data() + text.size());
+    if (!isSame) current_ ^= 1U;
+    return result;
+  }
 
   const PageReading& page_;
   std::array<DecodedText, 2> texts_;

@@ -113,17 +113,15 @@ class StyleReader {
   }
 
   void find(const CssToken& token) {
-    Role role = std::exchange(role_, Role::none);
-    if (std::exchange(roleIsOfString_, false) && token.kind != Kind::string) role = Role::none;
+    const Role role = std::exchange(role_, Role::none);
     if (token.kind == Kind::atKeyword && form_ == StyleForm::sheet) {
       importDepth_ = brackets_.depth();
       if (token.name == "import") role_ = Role::import;
       if (token.name == "namespace") role_ = Role::nameSpaceOrPrefix;
     } else if (token.kind == Kind::ident && role == Role::nameSpaceOrPrefix) {
       role_ = Role::nameSpace;
-    } else if (token.kind == Kind::function && isOneOf(token.name, {"url", "src"})) {
+    } else if (token.kind == Kind::function && token.name == "url") {
       role_ = role;
-      roleIsOfString_ = true;
       if (role == Role::nameSpaceOrPrefix) role_ = Role::nameSpace;
     } else if (token.kind == Kind::url) {
       add(token, role);
@@ -152,8 +150,8 @@ class StyleReader {
   }
 
   std::string kindOf(const CssToken& token, Role role) const {
-    if (brackets_.innermostFunction() == "src") return "dead";
     if (role == Role::nameSpace || role == Role::nameSpaceOrPrefix) return "identifier";
+    if (role == Role::none && brackets_.innermostFunction() == "src") return "dead";
     return token.value.front().code == '#' ? "fragment" : "load";
   }
 
@@ -176,7 +174,6 @@ class StyleReader {
   std::size_t at_ = 0;
   Brackets brackets_;
   Role role_ = Role::none;
-  bool roleIsOfString_ = false;  // it is that of a string in url( or src( alone
   std::size_t importDepth_ = 0;
   bool importsAreInTime_ = true;
   bool importIsInTime_ = false;
