@@ -210,6 +210,10 @@ ContentState ElementReader<Handler, Attributes>::startTag(const TagBytes& tag,
   }
   if (verdict.leaving != kNone) handler_.bodyLeaves(verdict.leaving);
   builder_.setNote(handler_.startTag(tag_));
+  const bool isEmpty = verdict.slot == kNone;  // <style/> is never open
+  if (isEmpty && tag_.space == Namespace::svg && tag_.name == id(Element::style)) {
+    handler_.svgStyleEnds(tag_.begin);
+  }
   if (verdict.content != ContentState::data) {
     wantsRawText_ =
         tag_.is(Element::style) || tag_.is(Element::script) || tag_.is(Element::noscript);
