@@ -118,7 +118,7 @@ class Ipv6Reader {
   // Four decimal numbers without leading zeros: the last two pieces.
   bool readIpv4() {
     if (count_ > 6) return false;
-    for (int seen = 0; seen < 4; ++seen) {
+    for (std::size_t seen = 0; seen < 4; ++seen) {
       if (seen > 0 && (at_ == text_.size() || text_[at_++] != '.')) return false;
       if (!kDigits.contains(peek())) return false;
       unsigned value = 0;
@@ -127,8 +127,8 @@ class Ipv6Reader {
         value = value * 10 + static_cast<unsigned>(peek() - '0');
         if (value > 255) return false;
       }
-      std::uint16_t& piece = pieces_[count_ + static_cast<std::size_t>(seen / 2)];
-      piece = static_cast<std::uint16_t>(piece << 8 | value);
+      std::uint16_t& piece = pieces_[count_ + seen / 2];
+      piece = static_cast<std::uint16_t>(piece * 256U + value);
     }
     count_ += 2;
     return at_ == text_.size();

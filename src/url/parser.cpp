@@ -9,6 +9,7 @@
 #include "url/percent_sets.h"
 #include "url/query.h"
 #include "url/scheme.h"
+#include "url/url_view.h"
 
 namespace pagescan::internal {
 namespace {
@@ -74,22 +75,6 @@ class Parser {
   const Encoding queryEncoding_;
   SchemeKind kind_ = SchemeKind::other;
 };
-
-SchemeKind kindOf(const UrlView& url) {
-  return schemeKindOf(url.text.substr(0, url.at.schemeEnd));
-}
-
-bool hasHostOf(const UrlView& url) {
-  return url.at.hostBegin > url.at.schemeEnd + 1;
-}
-
-string_view pathOf(const UrlView& url) {
-  return url.text.substr(url.at.pathBegin, url.at.queryBegin - url.at.pathBegin);
-}
-
-bool hasOpaquePath(const UrlView& url) {
-  return !hasHostOf(url) && (pathOf(url).empty() || pathOf(url).front() != '/');
-}
 
 string_view Parser::take(std::size_t count) {
   const string_view taken = rest_.substr(0, count);
@@ -373,7 +358,7 @@ void Parser::writeNoHost() {
 
 // All of the base before its path, without the "/." that only a path with two slashes has.
 void Parser::copyUntilPath() {
-  copyUntil(hasHostOf(*base_) ? base_->at.pathBegin : base_->at.schemeEnd + 1);
+  copyUntil(internal::hasHost(*base_) ? base_->at.pathBegin : base_->at.schemeEnd + 1);
   at_.pathBegin = out_.size();
 }
 

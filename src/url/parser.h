@@ -8,14 +8,9 @@
 
 #include "encoding/encoding.h"
 #include "pagescan/url.h"
+#include "url/url_view.h"
 
 namespace pagescan::internal {
-
-// A serialised URL and where its components are.
-struct UrlView {
-  std::string_view text;
-  const UrlOffsets& at;
-};
 
 // Parses any text. False where the standard's parser fails; `out` and `at` are then of no use.
 // text           bytes as written
