@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 
 #include "base/byte_class.h"
-#include "base/words.h"
 
 namespace pagescan::internal {
 namespace {
@@ -13,31 +13,19 @@ std::uint32_t offset32(std::size_t offset) {
   return static_cast<std::uint32_t>(offset);
 }
 
-// The first place of CR or LF from `at` on, or the size. No other byte of a text below 0x0E is
-// frequent, so that eight bytes are passed over when none of them is below that.
-std::size_t findLineEnd(std::string_view bytes, std::size_t at) {
-  constexpr std::uint64_t kOnes = 0x0101010101010101;
-  constexpr std::uint64_t kHighs = kOnes << 7;
-  for (;;) {
-    while (bytes.size() - at >= sizeof(std::uint64_t)) {
-      const auto word = loadWord<std::uint64_t>(bytes.data() + at);
-      if (((word - kOnes * 0x0E) & ~word & kHighs) != 0) break;
-      at += sizeof(std::uint64_t);
-    }
-    const std::size_t soon = std::min(at + sizeof(std::uint64_t), bytes.size());
-    for (; at < soon; ++at) {
-      if (bytes[at] == '\n' || bytes[at] == '\r') return at;
-    }
-    if (at == bytes.size()) return at;
-  }
-}
-
+// Two searches, each of which goes through the bytes once. Of CR LF the LF ends the line.
 std::vector<std::uint32_t> lineStartsOfBytes(std::string_view bytes) {
   std::vector<std::uint32_t> starts = {0};
-  for (std::size_t at = findLineEnd(bytes, 0); at < bytes.size(); at = findLineEnd(bytes, at)) {
-    const bool isPair = bytes[at] == '\r' && at + 1 < bytes.size() && bytes[at + 1] == '\n';
-    at += isPair ? 2 : 1;
-    starts.push_back(offset32(at));
+  std::size_t lf = bytes.find('\n');
+  std::size_t cr = bytes.find('\r');
+  while (lf != cr) {  // both are npos at last
+    if (lf < cr) {
+      starts.push_back(offset32(lf + 1));
+      lf = bytes.find('\n', lf + 1);
+    } else {
+      if (lf != cr + 1) starts.push_back(offset32(cr + 1));
+      cr = bytes.find('\r', cr + 1);
+    }
   }
   return starts;
 }
