@@ -1,6 +1,7 @@
 #include "output/reference_lines.h"
 
 #include <cstddef>
+#include <optional>
 #include <vector>
 
 #include "output/json.h"
@@ -48,7 +49,7 @@ template <typename Text>
 class LineWriter {
  public:
   LineWriter(const Text& text, const std::string& inputName, std::string& lines)
-      : text_(text), inputName_(inputName), lines_(lines), json_(lines), index_(text) {}
+      : text_(text), inputName_(inputName), lines_(lines), json_(lines) {}
 
   void writeUrl(const Reference& reference) {
     if (text_.urlInto(reference, url_)) lines_.append(url_).append("\n");
@@ -56,7 +57,7 @@ class LineWriter {
 
   // Where there is no URL, the value stands in brackets.
   void writeRow(const Reference& reference) {
-    const Position position = index_.at(reference.span.begin);
+    const Position position = positionOf(reference);
     const std::string element = elementOf(text_, reference);
     const std::string_view attribute = attributeOf(text_, reference);
     const std::string separator = element.empty() || attribute.empty() ? "" : " ";
@@ -68,7 +69,7 @@ class LineWriter {
   }
 
   void writeObject(const Reference& reference) {
-    const Position position = index_.at(reference.span.begin);
+    const Position position = positionOf(reference);
     json_.beginLine();
     json_.addBytes("file", inputName_);
     json_.addNumber("start", reference.span.begin);
@@ -88,6 +89,12 @@ class LineWriter {
   }
 
  private:
+  // A list of URLs has no use for lines.
+  Position positionOf(const Reference& reference) {
+    if (!index_) index_.emplace(text_);
+    return index_->at(reference.span.begin);
+  }
+
   void addFlags(Flags flags) {
     flags_.clear();
     for (const Flag flag : kFlags) {
@@ -100,7 +107,7 @@ class LineWriter {
   const std::string& inputName_;
   std::string& lines_;
   JsonWriter json_;
-  LineIndex index_;
+  std::optional<LineIndex> index_;
   std::string url_;
   std::vector<std::string_view> flags_;
 };
