@@ -10,6 +10,7 @@
 #include "base/kernels.h"
 #include "page/css_characters.h"
 #include "page/css_name.h"
+#include "page/css_tokens.h"
 #include "page/white_space.h"
 
 namespace pagescan::internal {
@@ -56,7 +57,6 @@ class StyleReader {
   void readEscapedName();
   void openFunction(CssName name, Role role);
   void readUrl(std::size_t begin, Role role);
-  void skipBadUrl();
   void readString(Role role);
   void skipComment();
   void skipBlank();
@@ -68,7 +68,6 @@ class StyleReader {
 
   char next() const { return at_ < css_.size() ? css_[at_] : '\0'; }
   bool isAtQuote() const { return kQuotes.contains(next()); }
-  bool isAt(std::string_view text) const { return css_.substr(at_, text.size()) == text; }
   bool isDirectlyIn(Open bracket) const {
     return !open_.empty() && open_.back() == static_cast<char>(bracket);
   }
@@ -80,11 +79,10 @@ class StyleReader {
   bool isQuiet() const { return !isFree_ && functions_ == 0 && form_ != StyleForm::declarations; }
 
   // Where only functions that hold URLs matter.
-  std::size_t findQuietMark() const { return find(kernels().findStyleMark); }
-
-  std::size_t find(const char* (*search)(const char* begin, const char* end)) const {
+  std::size_t findQuietMark() const {
     const char* const text = css_.data();
-    return static_cast<std::size_t>(search(text + at_, text + css_.size()) - text);
+    const char* const mark = kernels().findStyleMark(text + at_, text + css_.size());
+    return static_cast<std::size_t>(mark - text);
   }
 
   static constexpr std::size_t kNoImport = static_cast<std::size_t>(-1);
@@ -114,7 +112,7 @@ void StyleReader::wakeUp(char c) {
       return openFunction(name, Role::plain);
     }
     case '/':
-      return isAt("/*") ? skipComment() : static_cast<void>(++at_);
+      return css_.substr(at_, 2) == "/*" ? skipComment() : static_cast<void>(++at_);
     case '\\':
       return readEscapedName();
     case '@':
@@ -280,76 +278,26 @@ void StyleReader::close(char bracket) {
 
 // The content of url( without quotes, which begins at `begin`.
 void StyleReader::readUrl(std::size_t begin, Role role) {
-  for (at_ = begin;;) {
-    at_ = find(kernels().findUrlMark);
-    if (next() != '\\' || !isCssEscape(css_, at_)) break;
-    at_ += readCssEscape(css_, at_).length;
-  }
-  const std::size_t end = at_;
-  at_ = skipAll(css_, at_, kCssWhiteSpace);
-  if (at_ < css_.size() && css_[at_] != ')') return skipBadUrl();
-  add(begin, end, Slot::cssUrl, role);
-  if (at_ < css_.size()) ++at_;
-  floor_ = at_;
+  const CssContentEnd content = readCssUrl(css_, begin);
+  if (content.end != CssContentEnd::kBad) add(begin, content.end, Slot::cssUrl, role);
+  at_ = floor_ = content.next;
 }
 
-void StyleReader::skipBadUrl() {
-  constexpr ByteClass kStops = ByteClass::of(")\\");
-  for (;;) {
-    at_ = findIn(css_, at_, kStops);
-    if (at_ == css_.size()) return;
-    if (css_[at_] == ')') break;
-    at_ += isCssEscape(css_, at_) ? readCssEscape(css_, at_).length : 1;
-  }
-  floor_ = ++at_;
-}
-
-// at_ is at the quote. A string that a new line breaks is none.
+// at_ is at the quote.
 void StyleReader::readString(Role role) {
-  const char quote = css_[at_];
-  const std::size_t begin = ++at_;
-  for (;;) {
-    at_ = find(kernels().findStringMark);
-    if (at_ == css_.size() || css_[at_] == quote) break;
-    if (css_[at_] == '\\') {
-      at_ += isCssEscape(css_, at_) ? readCssEscape(css_, at_).length
-                                    : 1 + cssNewLineLength(css_, at_ + 1);
-    } else if (kCssNewLine.contains(css_[at_])) {
-      floor_ = at_;
-      return;
-    } else {
-      ++at_;
-    }
-  }
-  if (role != Role::plain || isStringPlace()) add(begin, at_, Slot::cssString, role);
-  if (at_ < css_.size()) ++at_;
-  floor_ = at_;
+  const std::size_t begin = at_ + 1;
+  const CssContentEnd content = readCssString(css_, begin);
+  const bool isUrl = role != Role::plain || isStringPlace();
+  if (isUrl && content.end != CssContentEnd::kBad) add(begin, content.end, Slot::cssString, role);
+  at_ = floor_ = content.next;
 }
 
-// Looks for the "/" of the end: comments are full of stars.
 void StyleReader::skipComment() {
-  constexpr std::size_t kShortest = 4;
-  std::size_t end = at_ + kShortest - 1;
-  do {
-    end = css_.find('/', end);
-    if (end == std::string_view::npos) end = css_.size();
-  } while (end < css_.size() && css_[end++ - 1] != '*');
-  floor_ = at_ = end;
+  at_ = floor_ = cssCommentEnd(css_, at_);
 }
 
 void StyleReader::skipBlank() {
-  for (;;) {
-    at_ = floor_ = skipAll(css_, at_, kCssWhiteSpace);
-    if (isAt("/*")) {
-      skipComment();
-    } else if (isAt("<!--")) {
-      at_ += 4;
-    } else if (isAt("-->")) {
-      at_ += 3;
-    } else {
-      return;
-    }
-  }
+  at_ = floor_ = cssBlankEnd(css_, at_);
 }
 
 // --- References ---
