@@ -49,7 +49,7 @@ class Iconv {
   iconv_t handle_;
 };
 
-// The bytes that one "?" stands for, at the begin of what could not be converted.
+// The bytes that one "?" stands for, at the start of what could not be converted.
 std::size_t lengthToSkip(std::string_view source, bool isUtf8) {
   return isUtf8 ? firstUtf8Char(source).length : 1;
 }

@@ -17,7 +17,7 @@ struct OptionFacts {
   std::string label;        // of its value, as the help shows it; empty for a flag
   Names words;              // the values that it is one of, where there are such
   std::string description;  // in one line
-  std::string summary;      // the begin of that
+  std::string summary;      // the beginning of that
   bool isRequired = false;
   bool mayRepeat = false;
 };

@@ -74,7 +74,7 @@ HiddenScripts::HiddenScripts(const std::string& inputName, RWCString& text) {
 }
 
 // Every opening tag on the way to the closing one lacks its ">" just as the first does. The
-// closing tag would be a stray one, which ends the blanking of all scripts behind it.
+// closing tag would be a stray one, which ends the blanking of all scripts after it.
 void HiddenScripts::hide(RWCString& text, std::size_t opening, std::size_t closing) {
   while (opening < closing) {
     text(opening) = ' ';
