@@ -209,7 +209,8 @@ ContentState ElementReader<Handler, Attributes>::startTag(const TagBytes& tag,
     keepNewAttributes(isHtml);
   }
   if (verdict.leaving != kNone) handler_.bodyLeaves(verdict.leaving);
-  builder_.setNote(handler_.startTag(tag_));
+  const std::uint8_t note = handler_.startTag(tag_);
+  if (note != 0 || tag_.merged) builder_.setNote(note);
   const bool isEmpty = verdict.slot == kNone;  // <style/> is never open
   if (isEmpty && tag_.space == Namespace::svg && tag_.name == id(Element::style)) {
     handler_.svgStyleEnds(tag_.begin);

@@ -86,10 +86,7 @@ TreeBuilder::Step TreeBuilder::startRareInBody(const TagToken& tag, StartRule ru
       startNobr(tag);
       break;
     case StartRule::marker:
-      reconstruct();
-      insert(tag);
-      formatting_.pushMarker();
-      framesetOk_ = false;
+      startMarker(tag);
       break;
     case StartRule::table:
       if (quirks_ != QuirksMode::full) closePInButtonScope();
@@ -106,11 +103,10 @@ TreeBuilder::Step TreeBuilder::startRareInBody(const TagToken& tag, StartRule ru
       framesetOk_ = false;
       break;
     case StartRule::rubyBase:
+      startRuby(tag, kUnknownName);
+      break;
     case StartRule::rubyText:
-      if (open_.inScope(Element::ruby)) {
-        generateImpliedEnds(rule == StartRule::rubyText ? id(Element::rtc) : kUnknownName);
-      }
-      insert(tag);
+      startRuby(tag, id(Element::rtc));
       break;
     default:
       startControl(tag, rule);
@@ -119,7 +115,7 @@ TreeBuilder::Step TreeBuilder::startRareInBody(const TagToken& tag, StartRule ru
   return Step::done;
 }
 
-// Forms, what stands in them, and elements with text of another kind.
+// Forms and what stands in them.
 void TreeBuilder::startControl(const TagToken& tag, StartRule rule) {
   switch (rule) {
     case StartRule::form:
@@ -149,6 +145,15 @@ void TreeBuilder::startControl(const TagToken& tag, StartRule rule) {
       insertVoid(tag);
       framesetOk_ = false;
       break;
+    default:
+      startRawText(tag, rule);
+      break;
+  }
+}
+
+// Elements whose content is text of another kind.
+void TreeBuilder::startRawText(const TagToken& tag, StartRule rule) {
+  switch (rule) {
     case StartRule::textarea:
       insertRaw(tag, ContentState::rcdata);
       framesetOk_ = false;
@@ -182,6 +187,19 @@ void TreeBuilder::startControl(const TagToken& tag, StartRule rule) {
     default:
       break;
   }
+}
+
+// applet, marquee and object, which keep formatting to themselves.
+void TreeBuilder::startMarker(const TagToken& tag) {
+  reconstruct();
+  insert(tag);
+  formatting_.pushMarker();
+  framesetOk_ = false;
+}
+
+void TreeBuilder::startRuby(const TagToken& tag, NameNumber keptOpen) {
+  if (open_.inScope(Element::ruby)) generateImpliedEnds(keptOpen);
+  insert(tag);
 }
 
 void TreeBuilder::startListItem(const TagToken& tag) {

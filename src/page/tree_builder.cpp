@@ -27,7 +27,11 @@ const Verdict& TreeBuilder::startTag(const TagToken& tag) {
   verdict_.slot = kNone;
   verdict_.leaving = kNone;
   Step step = Step::again;
-  if (!open_.empty() && !takesHtmlRules(tag)) step = startForeign(tag);
+  if (mode_ == Mode::inBody && open_.current().space == Namespace::html && !atContext()) {
+    step = startInBody(tag);  // what nearly all tags come to
+  } else if (!open_.empty() && !takesHtmlRules(tag)) {
+    step = startForeign(tag);
+  }
   while (step == Step::again) step = startByMode(tag);
   return verdict_;
 }
@@ -36,7 +40,11 @@ void TreeBuilder::endTag(NameNumber name, std::uint32_t begin) {
   endTextRun();
   tokenBegin_ = begin;
   Step step = Step::again;
-  if (!open_.empty() && currentIsForeign()) step = endForeign(name);
+  if (mode_ == Mode::inBody && open_.current().space == Namespace::html && !atContext()) {
+    step = endInBody(name);
+  } else if (!open_.empty() && currentIsForeign()) {
+    step = endForeign(name);
+  }
   while (step == Step::again) step = endByMode(name);
 }
 

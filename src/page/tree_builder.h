@@ -183,6 +183,7 @@ class TreeBuilder {
 
   // --- text: tree_text.cpp ---
   void textByMode(TextUnits& units);
+  void textBeforeBody(TextUnits& units);
   void flowText(TextUnits& units);
   void tableText(TextUnits& units);
 
@@ -213,6 +214,9 @@ class TreeBuilder {
   Step startInBody(const TagToken& tag);
   Step startRareInBody(const TagToken& tag, StartRule rule);
   void startControl(const TagToken& tag, StartRule rule);
+  void startRawText(const TagToken& tag, StartRule rule);
+  void startMarker(const TagToken& tag);
+  void startRuby(const TagToken& tag, NameNumber keptOpen);
   void startListItem(const TagToken& tag);
   void startFormatting(const TagToken& tag);
   void startA(const TagToken& tag);
@@ -240,6 +244,7 @@ class TreeBuilder {
 
   // --- tables and templates: tree_table.cpp ---
   Step startInTable(const TagToken& tag);
+  void startFormInTable(const TagToken& tag);
   Step startInCaption(const TagToken& tag);
   Step startInColumnGroup(const TagToken& tag);
   Step startInTableBody(const TagToken& tag);

@@ -75,14 +75,19 @@ TreeBuilder::Step TreeBuilder::startInTable(const TagToken& tag) {
       insertVoid(tag);
       return Step::done;
     case Element::form:
-      if (open_.isOpen(Element::template_) || open_.form != kNone) return Step::done;
-      insertVoid(tag);
-      open_.form = OpenElements::kFormClosed;
+      startFormInTable(tag);
       return Step::done;
     default:
       break;
   }
   return startInBody(tag);
+}
+
+// Such a form is closed at once, but the pointer keeps it.
+void TreeBuilder::startFormInTable(const TagToken& tag) {
+  if (open_.isOpen(Element::template_) || open_.form != kNone) return;
+  insertVoid(tag);
+  open_.form = OpenElements::kFormClosed;
 }
 
 TreeBuilder::Step TreeBuilder::endInTable(NameNumber name) {

@@ -26,40 +26,11 @@ void TreeBuilder::textByMode(TextUnits& units) {
         return;
       }
     }
+    if (mode_ <= Mode::afterHead) {
+      textBeforeBody(units);
+      continue;
+    }
     switch (mode_) {
-      case Mode::initial:
-        units.skipWhiteSpace();
-        if (!units.empty()) startInitial();
-        break;
-      case Mode::beforeHtml:
-        units.skipWhiteSpace();
-        if (units.empty()) break;
-        insertImplied(Element::html);
-        mode_ = Mode::beforeHead;
-        break;
-      case Mode::beforeHead:
-        units.skipWhiteSpace();
-        if (units.empty()) break;
-        insertImplied(Element::head);
-        hasHead_ = true;
-        mode_ = Mode::inHead;
-        break;
-      case Mode::inHead:
-        units.skipWhiteSpace();
-        if (!units.empty()) popHead();
-        break;
-      case Mode::inHeadNoscript:
-        units.skipWhiteSpace();
-        if (units.empty()) break;
-        pop();
-        mode_ = Mode::inHead;
-        break;
-      case Mode::afterHead:
-        units.skipWhiteSpace();
-        if (units.empty()) break;
-        insertImplied(Element::body);
-        mode_ = Mode::inBody;
-        break;
       case Mode::inTable:
       case Mode::inTableBody:
       case Mode::inRow:
@@ -85,6 +56,37 @@ void TreeBuilder::textByMode(TextUnits& units) {
       default:
         return flowText(units);
     }
+  }
+}
+
+// These modes pass white space, and end with any other character.
+void TreeBuilder::textBeforeBody(TextUnits& units) {
+  units.skipWhiteSpace();
+  if (units.empty()) return;
+  switch (mode_) {
+    case Mode::initial:
+      startInitial();
+      break;
+    case Mode::beforeHtml:
+      insertImplied(Element::html);
+      mode_ = Mode::beforeHead;
+      break;
+    case Mode::beforeHead:
+      insertImplied(Element::head);
+      hasHead_ = true;
+      mode_ = Mode::inHead;
+      break;
+    case Mode::inHead:
+      popHead();
+      break;
+    case Mode::inHeadNoscript:
+      pop();
+      mode_ = Mode::inHead;
+      break;
+    default:
+      insertImplied(Element::body);
+      mode_ = Mode::inBody;
+      break;
   }
 }
 
