@@ -91,6 +91,7 @@ class PAGESCAN_EXPORT CHTMLOffsetParser {
 
  private:
   class PAGESCAN_INTERNAL HtmlPass;
+  class PAGESCAN_INTERNAL Reading;
   class PAGESCAN_INTERNAL Showing;
   class PAGESCAN_INTERNAL Record;
 

@@ -110,15 +110,13 @@ class SharedValues {
 // --- The pass over a page ---------------------------------------------------------------------
 
 // Goes through the blanked page on raw bytes. The sink may use the parser meanwhile: the pass goes
-// on from where the parser's position was left, and ends when the page is no longer the same. Its
-// own copy shares the bytes of the parser's page, so that no other page can come to stand there.
+// on from where the parser's position was left, and ends when the page is no longer the same.
 class CHTMLOffsetParser::HtmlPass {
  public:
   explicit HtmlPass(CHTMLOffsetParser& parser)
       : parser_(parser),
-        page_(parser.html),
-        begin_(page_.data()),
-        end_(endOf(page_)),
+        begin_(parser.html.data()),
+        end_(endOf(parser.html)),
         attributes_(begin_, end_) {}
 
   void run() {
@@ -153,12 +151,11 @@ class CHTMLOffsetParser::HtmlPass {
     return nextAt();
   }
 
-  // A page of a few bytes is not shared but copied, and its copies are compared.
+  // Another page of the same length may stand in the same place. Its reading is over, be it by an
+  // exception, and has left the position at its end.
   const char* nextAt() const {
-    const RWCString& now = parser_.html;
-    const bool isSamePage =
-        now.length() == page_.length() && (now.data() == begin_ || now == page_);
-    return isSamePage ? begin_ + parser_.position : end_;
+    const bool isSamePlace = parser_.html.data() == begin_ && endOf(parser_.html) == end_;
+    return isSamePlace ? begin_ + parser_.position : end_;
   }
 
   void queueRecord(const TagOfInterest& tag, const FoundAttributes& found, const char* tagEnd) {
@@ -194,7 +191,6 @@ class CHTMLOffsetParser::HtmlPass {
   }
 
   CHTMLOffsetParser& parser_;
-  const RWCString page_;
   const char* begin_;
   const char* end_;
   TagAttributeReader attributes_;
@@ -232,12 +228,23 @@ CZKHtmlDietVirtualQueue* CHTMLOffsetParser::GetDietVirtualQueue() {
   return dietQueue;
 }
 
+// Leaves the position at the end of the text, however its reading ends.
+class CHTMLOffsetParser::Reading {
+ public:
+  explicit Reading(CHTMLOffsetParser& parser) : parser_(parser) { parser_.position = 0; }
+  Reading(const Reading&) = delete;
+  Reading& operator=(const Reading&) = delete;
+  ~Reading() { parser_.position = parser_.html.length(); }
+
+ private:
+  CHTMLOffsetParser& parser_;
+};
+
 void CHTMLOffsetParser::ParseHTML(const char* page, unsigned long) {
-  position = 0;
+  const Reading reading(*this);
   html = page;
   blankScriptsAndComments(html);
   HtmlPass(*this).run();
-  position = html.length();
 }
 
 void CHTMLOffsetParser::ParseCSS(const RWCString& css) {
