@@ -87,6 +87,13 @@ TEST(Css, DeclarationsMayBeAnUrlAlone) {
   EXPECT_EQ(bytesOfMember(records[0], "original"), "\xE9");
 }
 
+TEST(Css, OriginalsHoldTheNulBytesAfterDoubledQuotes) {
+  const ProgramResult result = pagescanTool({"css", "--base", kBase}, "p{x:url(\"\"a\0b\"\")}"s);
+  const auto records = recordsOf(result.out);
+  ASSERT_EQ(records.size(), 1U);
+  EXPECT_EQ(records[0].at("original").get<std::string>(), "a\0b"s);
+}
+
 TEST(Css, NulBytesAreReadAsBlanksWithOneWarning) {
   const std::string text = "p{x:url(a\0b)}\0"s;
   const ProgramResult result = pagescanTool({"css", "--base", kBase}, text);

@@ -114,6 +114,25 @@ TEST(Links, NulBytesFromUnreadableEscapesAreNotLost) {
   EXPECT_EQ(records[0].at("resolved").get<std::string>(), "http://w1/d/a\0bA"s);
 }
 
+TEST(Links, NulBytesFromTheBaseAreNotLost) {
+  const auto records =
+      recordsOf(outputOf({"links", "--base", "http://w1/d%zz/page.html"}, "<img src=a>"));
+  ASSERT_EQ(records.size(), 1U);
+  EXPECT_EQ(records[0].at("resolved").get<std::string>(), "http://w1/d\0/a"s);
+}
+
+// A comment inside a value was blanked by the parser; all else is as the page has it.
+TEST(Links, OriginalsHoldThePagesOwnBytesAroundAComment) {
+  const std::string pages[] = {"<img src='a\0b<!-- c -->d\0'>"s,
+                               "<img src='a<script b</script><!-- c -->d'>"s};
+  const std::string originals[] = {"a\0b<p>   </p>d\0"s, "a<script b</script><p>   </p>d"s};
+  for (int i = 0; i < 2; ++i) {
+    const auto records = recordsOf(pagescanTool({"links", "--base", kBase}, pages[i]).out);
+    ASSERT_EQ(records.size(), 1U);
+    EXPECT_EQ(records[0].at("original").get<std::string>(), originals[i]);
+  }
+}
+
 TEST(Links, NulBytesOfThePageAreReadAsBlanksWithOneWarning) {
   const std::string page = "\0<img src='a\0b'>\0<img src=c\0d>"s;
   const ProgramResult result = pagescanTool({"links", "--base", kBase}, page);

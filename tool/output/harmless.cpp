@@ -12,20 +12,6 @@ namespace {
 constexpr char kOpening[] = "<SCRIPT";
 constexpr char kClosing[] = "</SCRIPT>";
 constexpr std::size_t kClosingLength = sizeof(kClosing) - 1;
-constexpr std::size_t kFirstWindow = 1024;
-
-// What tqFindEndlessScript says of the text from `from` on. Asked about a window that grows until
-// there is an answer, it reads no more than twice the way to the next such tag: thousands of them
-// stay linear.
-std::size_t findEndlessScript(const RWCString& text, std::size_t from) {
-  const std::size_t rest = text.length() - from;
-  for (std::size_t size = kFirstWindow;; size *= 2) {
-    const RWCString window(text.data() + from, std::min(size, rest));
-    const std::size_t found = tqFindEndlessScript(window);
-    if (found != RWCString::npos) return from + found;
-    if (size >= rest) return RWCString::npos;
-  }
-}
 
 // Whether nothing but white space stands in [begin, end).
 bool isBlank(const RWCString& text, std::size_t begin, std::size_t end) {
@@ -67,7 +53,7 @@ HiddenScripts::HiddenScripts(const std::string& inputName, RWCString& text) {
     const std::size_t closing = text.index(kClosing, opening, RWCString::ignoreCase);
     hide(text, opening, closing);
     // What stands before is settled: blanking would go on from here.
-    opening = findEndlessScript(text, closing + kClosingLength);
+    opening = tqFindEndlessScript(text, closing + kClosingLength);
   }
   tellOffsets(inputName, openings_,
               "<SCRIPT without its \">\" before </SCRIPT> is not taken for a tag");

@@ -36,11 +36,12 @@ class LinkSink final : public CZKHtmlDietVirtualQueue {
 
  private:
   void write(std::string_view tag, CZKHTMLDietAttributeObject& attribute);
-  std::string_view asWritten(CZKHTMLDietAttributeObject& attribute) const;
+  std::string asWritten(CZKHTMLDietAttributeObject& attribute) const;
   RWCString resolved(CZKHTMLDietAttributeObject& attribute);
 
   RecordsOutput& records_;
   urlBase base_;
+  bool baseHasEscapes_;
   ScannedText scanned_;
   std::vector<int> offsets_;
 };
