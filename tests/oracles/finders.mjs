@@ -40,7 +40,7 @@ for element, attribute, link, at in page.iterlinks():
 
 export function lxml(page) {
   try {
-    return asSet(execFileSync('python3', ['-c', kLxml, page.file, page.url], kOptions).split('\n'));
+    return asSet(execFileSync('/usr/bin/python3', ['-c', kLxml, page.file, page.url], kOptions).split('\n'));
   } catch {
     return new Set();
   }
