@@ -16,6 +16,7 @@ Kernels withSearches(const SearchKernels& searches) {
   kernels.findRegion = searches.findRegion;
   kernels.findTag = searches.findTag;
   kernels.findMark = searches.findMark;
+  kernels.findStyleMark = searches.findStyleMark;
   return kernels;
 }
 

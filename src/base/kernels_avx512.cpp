@@ -104,6 +104,54 @@ const char* findMark512(const char* begin, const char* limit, const char* end) {
   return findMark<Avx2>(begin, limit, end);
 }
 
+// For each value of their low six bits, the one byte of a set that has it. Others get a byte that
+// they are not.
+struct ByteSet {
+  std::array<char, 64> bytes{};
+
+  constexpr explicit ByteSet(std::string_view members) {
+    bytes[0] = 1;
+    for (const char c : members) bytes[static_cast<unsigned char>(c) % 64] = c;
+  }
+};
+
+constexpr ByteSet kAlwaysStyleMarks("\"'@\\");
+constexpr ByteSet kFunctionEnds("lct");
+
+// Looks bytes up in a set, 64 at a time.
+class ByteSetTable {
+ public:
+  explicit ByteSetTable(const ByteSet& set) : bytes_(_mm512_loadu_si512(set.bytes.data())) {}
+
+  // Which bytes of those chosen are in the set. (The plain permutation makes g++ 12 warn.)
+  __mmask64 holds(__mmask64 chosen, __m512i bytes) const {
+    const __m512i members = _mm512_maskz_permutexvar_epi8(~__mmask64{0}, bytes, bytes_);
+    return _mm512_mask_cmpeq_epi8_mask(chosen, members, bytes);
+  }
+
+ private:
+  __m512i bytes_;
+};
+
+const char* findStyleMark512(const char* begin, const char* end) {
+  if (begin == end || StyleMarks::isMark(begin, begin, end)) return begin;
+  const ByteSetTable always(kAlwaysStyleMarks);
+  const ByteSetTable functionEnds(kFunctionEnds);
+  const __m512i fold = Avx512::fill(0x20);
+  const char* at = begin + 1;
+  for (; end - at >= 64 + 1; at += 64) {
+    const __m512i bytes = Avx512::load(at);
+    const __mmask64 functions = functionEnds.holds(Avx512::equal(bytes, Avx512::fill('(')),
+                                                   Avx512::either(Avx512::load(at - 1), fold));
+    const __mmask64 comments = _mm512_mask_cmpeq_epi8_mask(Avx512::equal(bytes, Avx512::fill('/')),
+                                                           Avx512::load(at + 1), Avx512::fill('*'));
+    const std::uint64_t mask = always.holds(~__mmask64{0}, bytes) | functions | comments;
+    if (mask != 0) return at + std::countr_zero(mask);
+  }
+  while (at < end && !StyleMarks::isMark(at, begin, end)) ++at;
+  return at;
+}
+
 }  // namespace
 
 constinit const SearchKernels kAvx512Searches = {
@@ -111,6 +159,7 @@ constinit const SearchKernels kAvx512Searches = {
     .findRegion = findRegion<Avx512>,
     .findTag = findTag512,
     .findMark = findMark512,
+    .findStyleMark = findStyleMark512,
 };
 
 }  // namespace pagescan::internal

@@ -17,6 +17,7 @@ struct SearchKernels {
   decltype(Kernels::findRegion) findRegion;
   decltype(Kernels::findTag) findTag;
   decltype(Kernels::findMark) findMark;
+  decltype(Kernels::findStyleMark) findStyleMark;
 };
 
 extern const SearchKernels kAvx512Searches;
