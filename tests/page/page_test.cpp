@@ -113,12 +113,14 @@ std::string nestedPages(int depth) {
 
 TEST(Page, ReadsNestedPagesToADepthOf32) {
   for (const int depth : {1, 2, 31, 32}) {
-    const Page page = pageOf(nestedPages(depth));
+    const std::string bytes = nestedPages(depth);
+    const Page page = pageOf(bytes);
     ASSERT_EQ(page.references().size(), 1U) << depth;
     EXPECT_EQ(page.raw(page.references()[0]), "1");
     EXPECT_EQ(page.url(page.references()[0]), "http://h/d/1");
   }
-  EXPECT_TRUE(pageOf(nestedPages(33)).references().empty());
+  const std::string tooDeep = nestedPages(33);
+  EXPECT_TRUE(pageOf(tooDeep).references().empty());
 }
 
 TEST(Page, StaysWhatItIsWhenItMoves) {
