@@ -1,5 +1,5 @@
 // Holds the inventory to parse5 (places and values of attributes) and to whatwg-url (URLs), over real
-// pages and mutations of them: compare.mjs TOOL PLACES-TABLE CORPUS WORK-FOLDER [MUTATIONS [SEED]].
+// pages and mutations of them: compare.mjs TOOL PLACES-SOURCE CORPUS WORK-FOLDER [MUTATIONS [SEED]].
 //
 // Known differences, each a rule of a standard that is newer than the oracle:
 //   <select>         its content is parsed like the body's; parse5 keeps the old insertion modes.

@@ -7,11 +7,11 @@ const kNamespaces = new Map([
   ['http://www.w3.org/1998/Math/MathML', 'mathml'],
 ]);
 
-// The rows of a table of places whose slot is a whole attribute: a set of "namespace element attribute".
-export function urlAttributes(table) {
-  return new Set(table.split('\n').map((line) => line.split('\t'))
-    .filter((row) => row[0] === 'standard' && row[4] === 'url')
-    .map(([, space, element, attribute]) => `${space} ${element} ${attribute}`));
+// The places that are a whole attribute, by the rows of src/page/places.cpp: a set of
+// "namespace element attribute".
+export function urlAttributes(source) {
+  const rows = source.matchAll(/^ *\{standard, *(\w+), *"([^"]+)", *"([^"]+)", *url,/gm);
+  return new Set([...rows].map(([, space, element, attribute]) => `${space} ${element} ${attribute}`));
 }
 
 function isWanted(wanted, space, element, attribute) {
