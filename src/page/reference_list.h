@@ -22,7 +22,7 @@ class ReferenceList {
   const Reference& operator[](std::size_t i) const { return blocks_[i / kBlock][i % kBlock]; }
 
   void append(const Reference& reference) {
-    if (size_ == blocks_.size() * kBlock) blocks_.emplace_back(new Reference[kBlock]);
+    if (size_ == blocks_.size() * kBlock) blocks_.push_back(std::make_unique<Reference[]>(kBlock));
     blocks_[size_ / kBlock][size_ % kBlock] = reference;
     ++size_;
   }
