@@ -16,8 +16,8 @@
 namespace pagescan {
 
 // The rows of a table in the order of its text, and the names in them that the reader does not know
-// by itself. Constant once it is built.
-struct Places::Table {
+// by itself. Constant once it is built. Hidden, unlike the class around it.
+struct __attribute__((visibility("hidden"))) Places::Table {
   // The indexes in `rows` of the rows for an attribute of an element, in order: those that name the
   // element, and those for any. kUnknownName stands for the element's text.
   struct Matches {
