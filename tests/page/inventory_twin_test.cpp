@@ -3,51 +3,18 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstddef>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "reference/page/beside_library.h"
-#include "reference/page/text.h"
+#include "inventory_agreement.h"
 #include "support/generated_texts.h"
 
 namespace pagescan::tests {
 namespace {
 
-using reference::page::InventoryOptions;
 using Pieces = std::vector<std::string_view>;
-namespace fs = std::filesystem;
-
-const fs::path kShared = PAGESCAN_SHARED_DIR;
-
-InventoryOptions optionsWith(bool scripting) {
-  InventoryOptions options;
-  options.url = "http://h.test/d/p.html?q#f";
-  options.scripting = scripting;
-  options.profiles = {"lazy", "meta", "data"};
-  return options;
-}
-
-::testing::AssertionResult agree(const std::string& text, const InventoryOptions& options) {
-  const std::string difference = reference::page::inventoryDifference(text, options);
-  if (difference.empty()) return ::testing::AssertionSuccess();
-  return ::testing::AssertionFailure()
-         << text.substr(0, 3000) << "\n(scripting " << options.scripting << ", charset "
-         << options.charset << ")\n"
-         << difference;
-}
-
-::testing::AssertionResult agreeOnSheet(const std::string& text) {
-  const std::string difference = reference::page::sheetDifference(text, optionsWith(true));
-  if (difference.empty()) return ::testing::AssertionSuccess();
-  return ::testing::AssertionFailure() << testing::PrintToString(text) << "\n" << difference;
-}
 
 void compareAll(const Pieces& pieces, std::size_t quick, std::size_t deep, std::string_view before,
                 std::string_view after) {
@@ -58,8 +25,7 @@ void compareAll(const Pieces& pieces, std::size_t quick, std::size_t deep, std::
   });
 }
 
-// --- Short texts
-// ----------------------------------------------------------------------------------
+// --- Short texts ---
 
 TEST(InventoryTwin, AgreesOnAttributeValues) {
   compareAll({"&amp", "&#32;", ";", "=", "a", "&", " ", "\r\n", "&#x0;", "&copy", "\xC3\xA9"}, 4, 5,
@@ -147,8 +113,7 @@ TEST(InventoryTwin, AgreesOnCssTokens) {
   });
 }
 
-// --- Random texts
-// ---------------------------------------------------------------------------------
+// --- Random texts ---
 
 const Pieces kPlaces = {"<a href=x>",
                         "</a>",
@@ -380,87 +345,6 @@ TEST(InventoryTwin, AgreesOnRandomSheets) {
   RandomTexts random;
   for (std::size_t round = inShortOrDeepRun(20000, 2000000); round > 0; --round) {
     ASSERT_TRUE(agreeOnSheet(random.text(pieces, 3 + random.number(20))));
-  }
-}
-
-// --- Pages
-// ----------------------------------------------------------------------------------------
-
-std::string readAll(const fs::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
-std::vector<std::string> madeUpPages() {
-  std::vector<std::string> pages;
-  std::ifstream file(kShared / "golden" / "inventory" / "cases.jsonl");
-  for (std::string line; std::getline(file, line);) {
-    const std::string text = nlohmann::json::parse(line)["page"];
-    pages.emplace_back();
-    for (const auto& c : reference::page::fromUtf8(text)) {
-      pages.back() += static_cast<char>(c.code);
-    }
-  }
-  return pages;
-}
-
-std::vector<fs::path> realPages() {
-  std::vector<fs::path> paths;
-  if (!fs::is_directory(kShared / "corpus" / "pages")) return paths;
-  for (const auto& entry : fs::directory_iterator(kShared / "corpus" / "pages")) {
-    paths.push_back(entry.path());
-  }
-  std::sort(paths.begin(), paths.end());
-  return paths;
-}
-
-TEST(InventoryTwin, AgreesOnMutatedMadeUpPages) {
-  const std::vector<std::string> pages = madeUpPages();
-  if (pages.empty()) GTEST_SKIP() << "the pages are not here";
-  RandomTexts random;
-  for (const std::string& page : pages) {
-    for (std::size_t round = inShortOrDeepRun(30, 3000); round > 0; --round) {
-      ASSERT_TRUE(agree(random.mutated(page, 4), optionsWith(random.number(2) == 0)));
-    }
-  }
-}
-
-TEST(InventoryTwin, AgreesOnRealPages) {
-  const std::vector<fs::path> paths = realPages();
-  if (paths.empty()) GTEST_SKIP() << "the pages are not here";
-  for (const fs::path& path : paths) {
-    const std::string page = readAll(path);
-    for (const bool scripting : {true, false}) {
-      EXPECT_EQ(reference::page::inventoryDifference(page, optionsWith(scripting)), "") << path;
-    }
-  }
-}
-
-TEST(InventoryTwin, AgreesOnMutatedPartsOfRealPages) {
-  const std::vector<fs::path> paths = realPages();
-  if (paths.empty()) GTEST_SKIP() << "the pages are not here";
-  RandomTexts random;
-  for (const fs::path& path : paths) {
-    const std::string page = readAll(path);
-    for (std::size_t round = inShortOrDeepRun(3, 300); round > 0; --round) {
-      const std::size_t begin = random.number(page.size());
-      const std::string part = page.substr(begin, 100 + random.number(8000));
-      ASSERT_TRUE(agree(random.mutated(part, 20), optionsWith(random.number(2) == 0))) << path;
-    }
-  }
-}
-
-TEST(InventoryTwin, AgreesOnRealSheets) {
-  const fs::path folder = kShared / "corpus" / "css";
-  if (!fs::is_directory(folder)) GTEST_SKIP() << "the sheets are not here";
-  RandomTexts random;
-  for (const auto& entry : fs::directory_iterator(folder)) {
-    const std::string sheet = readAll(entry.path());
-    EXPECT_TRUE(agreeOnSheet(sheet.substr(0, 200000))) << entry.path();
-    for (std::size_t round = inShortOrDeepRun(10, 1000); round > 0; --round) {
-      const std::string part = sheet.substr(random.number(sheet.size()), random.number(4000));
-      ASSERT_TRUE(agreeOnSheet(random.mutated(part, 10))) << entry.path();
-    }
   }
 }
 

@@ -114,8 +114,7 @@ TEST(ElementTwin, AgreesOnLists) {
              5);
 }
 
-// --- Random texts
-// ---------------------------------------------------------------------------------
+// --- Random texts ---
 
 const Pieces kMarkup = {"<a>",
                         "</a>",
