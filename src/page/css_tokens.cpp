@@ -1,5 +1,7 @@
 #include "page/css_tokens.h"
 
+#include <algorithm>
+
 #include "base/kernels.h"
 #include "page/css_characters.h"
 #include "page/white_space.h"
@@ -25,17 +27,24 @@ std::size_t badUrlEnd(std::string_view css, std::size_t at) {
 
 }  // namespace
 
+// Of an escape, the first character alone is passed: its further digits end no string. The new line
+// after them belongs to it, which is looked into when one is met.
 CssContentEnd readCssString(std::string_view css, std::size_t begin) {
   const char quote = css[begin - 1];
+  std::size_t escape = css.size();  // the last one
   for (std::size_t at = begin;;) {
     at = find(css, at, kernels().findStringMark);
     if (at == css.size()) return {at, at};
     if (css[at] == quote) return {at, at + 1};
     if (css[at] == '\\') {
-      at +=
-          isCssEscape(css, at) ? readCssEscape(css, at).length : 1 + cssNewLineLength(css, at + 1);
+      escape = at;
+      at += isCssEscape(css, at) ? std::min<std::size_t>(2, css.size() - at)
+                                 : 1 + cssNewLineLength(css, at + 1);
     } else if (kCssNewLine.contains(css[at])) {
-      return {CssContentEnd::kBad, at};
+      const std::size_t escapeEnd =
+          escape < at ? escape + readCssEscape(css, escape).length : std::size_t{0};
+      if (escapeEnd <= at) return {CssContentEnd::kBad, at};
+      at = escapeEnd;
     } else {
       ++at;
     }
