@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "allocations.h"
+#include "pagescan/page.h"
 #include "peers.h"
 #include "sections.h"
 #include "table.h"
@@ -99,6 +100,28 @@ void addParser(const RWCString& page, Cost& pageCost, RecordCost& cost) {
       std::max(cost.worstPeak, static_cast<double>(peak) / static_cast<double>(allowed));
 }
 
+// What the references of Page cost.
+struct ReferenceCost {
+  std::size_t references = 0;
+  std::size_t blocks = 0;
+  long mostAbove = 0;  // bytes by which a peak was above the page and 48 bytes a reference
+};
+
+void addReader(const RWCString& page, Cost& pageCost, ReferenceCost& cost) {
+  constexpr std::size_t kBytesAReference = 48;
+  PageOptions options;
+  options.url = kPageUrl;
+  const AllocationCount count;
+  const Page reader(std::string_view(page.data(), page.length()), options);
+  const Allocations allocations = count.soFar();
+  add(pageCost, page, allocations);
+  const std::size_t references = reader.references().size();
+  cost.references += references;
+  cost.blocks += allocations.count;
+  const auto allowed = static_cast<long>(page.length() + kBytesAReference * references);
+  cost.mostAbove = std::max(cost.mostAbove, static_cast<long>(allocations.peak) - allowed);
+}
+
 double each(std::size_t total, std::size_t count) {
   return count == 0 ? 0 : static_cast<double>(total) / static_cast<double>(count);
 }
@@ -135,21 +158,37 @@ void writeRecords(std::ostream& out, const RecordCost& cost) {
   out << table;
 }
 
+void writeReferences(std::ostream& out, const ReferenceCost& cost) {
+  Table table({"of the references of `Page`", ""});
+  table.addRow({"references", std::to_string(cost.references)});
+  table.addRow({"blocks taken for a reference", shortNumber(each(cost.blocks, cost.references))});
+  table.addRow({"most bytes of a peak above the page and 48 bytes a reference",
+                std::to_string(cost.mostAbove)});
+  out << table;
+}
+
 }  // namespace
 
 void writeAllocations(std::ostream& out, const Input& input) {
   out << "### Allocations\n\nOver " << workOver(input.pages, "page").description << ".\n\n";
   Cost parserCost;
   RecordCost recordCost;
-  for (const RWCString& page : input.pages) addParser(page, parserCost, recordCost);
+  Cost readerCost;
+  ReferenceCost referenceCost;
+  for (const RWCString& page : input.pages) {
+    addParser(page, parserCost, recordCost);
+    addReader(page, readerCost, referenceCost);
+  }
   Table table({"finding the links of a page", "blocks per page", "KB per page",
                "bytes per byte of page", "highest peak / page"});
   addRow(table, kLibrary, parserCost);
+  addRow(table, "pagescan::Page", readerCost);
   for (const Peer& peer : peers()) {
     if (peer.parsePage != nullptr) addRow(table, peer.name, costOf(peer, input.pages));
   }
   out << table;
   writeRecords(out, recordCost);
+  writeReferences(out, referenceCost);
 }
 
 }  // namespace pagescan::bench

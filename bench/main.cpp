@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "growth_check.h"
 #include "input.h"
 #include "jobs.h"
 #include "measure.h"
@@ -24,6 +25,7 @@ struct Options {
   std::string report = "ratios.md";
   std::string only;
   Rounds rounds;
+  bool checksGrowth = false;
 };
 
 Input inputOf(const Options& options) {
@@ -113,8 +115,12 @@ int main(int argc, char** argv) {
   app.add_option("--rounds", options.rounds.count, "Rounds of each job")
       ->check(CLI::Range(1, 1000));
   app.add_option("--seconds", options.rounds.secondsEach, "Seconds of each contender in a round");
+  app.add_flag("--growth-check", options.checksGrowth,
+               "Only look for operations whose time grows faster than their text; fails if there "
+               "are any");
   CLI11_PARSE(app, argc, argv);
   try {
+    if (options.checksGrowth) return pagescan::bench::checkGrowth(std::cout) ? 0 : 1;
     pagescan::bench::run(options);
     return 0;
   } catch (const std::exception& error) {

@@ -11,6 +11,7 @@ declare -rA packagesOf=(
   [coverage]="gcovr"
   [bench]="libbenchmark-dev wget2-dev libxml2-dev libgumbo-dev libpcre2-dev liburiparser-dev
            libcurl4-openssl-dev"
+  [growth]="libbenchmark-dev"
   [oracles]="nodejs npm"
   [browser]="chromium openssl wget python3-lxml"
   [abi]="abigail-tools"

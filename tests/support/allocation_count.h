@@ -16,9 +16,14 @@ class AllocationCount {
   std::size_t soFar() const;
   std::size_t bytesSoFar() const;
 
+  // The most bytes that were held at once, beyond those held when the object was made. Counts the
+  // blocks as the allocator makes them. Only of the object that was made last.
+  std::size_t peakSoFar() const;
+
  private:
   std::size_t before_;
   std::size_t bytesBefore_;
+  std::ptrdiff_t heldBefore_;
 };
 
 // How many allocations the calling thread makes in `action`.
