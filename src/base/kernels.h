@@ -3,7 +3,7 @@
 // Every kernel is written over a vector type (kernels_impl.h) and compiled for each level: portable
 // (words of eight bytes, on every 64-bit machine), and on x86-64 SSE2, which every such machine
 // has, and AVX2. With AVX-512 the searches are others: those for texts and regions are compiled
-// once more, those for tags and for marks are written for it (kernels_avx512.cpp). The choice is made
+// once more, those for tags and marks are written for it (kernels_avx512.cpp). The choice is made
 // when the library is loaded; before that the best level that needs no asking serves. Ranges are
 // [begin, end); nothing outside is read.
 #ifndef PAGESCAN_BASE_KERNELS_H
