@@ -27,6 +27,11 @@ std::string_view deepSrcdoc() {
   return text;
 }
 
+std::string_view deepestImage() {
+  static const std::string text = "<img/src=a" + referenceAt(kDeepest, "62");
+  return text;
+}
+
 std::string_view endsOfSrcdoc() {
   static const std::string text = [] {
     std::string all;
@@ -105,7 +110,7 @@ const std::vector<Shape>& hostileShapes() {
       {"&notit;", "<img src='", "&notit;", {}, "'>"},
       {"&, a long name", "<img src='", "&CounterClockwiseContourIntegra", {}, "'>"},
       {"&#x, long", "<img src='&#x", "1", {}, "'>"},
-      {"srcset", "<img srcset='", "a,b ", {}, "'>"},
+      {"srcset", "<img srcset='", "a, ", {}, "'>"},
       {"srcset, candidates", "<img srcset='", "a 1x,", {}, "'>"},
       {"srcset, commas", "<img srcset='", ",", {}, "'>"},
       {"srcset, parentheses", "<img srcset='a ", "(", {}, "'>"},
@@ -117,8 +122,10 @@ const std::vector<Shape>& hostileShapes() {
       {"srcdoc", "", "<iframe srcdoc='&lt;img src=a&gt;'></iframe>"},
       {"srcdoc, one", "<iframe srcdoc='", "<img src=a>", {}, "'>"},
       {"srcdoc, nested", deepSrcdoc(), "a", {}, endsOfSrcdoc()},
+      {"srcdoc, nested, references", deepSrcdoc(), deepestImage(), {}, endsOfSrcdoc()},
       {"srcdoc, nested, &amp;", deepSrcdoc(), "&amp;", {}, endsOfSrcdoc()},
-      {"srcdoc, nested again", "", "<iframe srcdoc='<iframe srcdoc=&#34;<img src=a>&#34;>'>"},
+      {"srcdoc, nested again", "",
+       "<iframe srcdoc='<iframe srcdoc=&#34;<img src=a>&#34;></iframe>'></iframe>"},
       {"noscript", "<noscript>", "<img src=a>"},
       {"noscripts", "", "<noscript><img src=a></noscript>"},
       {"foreign", "", "<svg><image href=a />"},
@@ -147,7 +154,11 @@ const std::vector<Shape>& hostileShapes() {
       {"JSON, [", "<script type=speculationrules>", "[", {}, "</script>"},
       {"JSON, {", "<script type=importmap>", "{\"imports\":", {}, "</script>"},
       {"JSON, \\", "<script type=importmap>{\"imports\":{\"a\":\"", "\\u0061", {}, "\"}}</script>"},
-      {"JSON-LD", "<script type=application/ld+json>[", "{\"url\":\"a\"},", {}, "{}]</script>"},
+      {"JSON-LD",
+       "<script type=application/ld+json>[",
+       "{\"@type\":\"Thing\",\"image\":\"http://a/\"},",
+       {},
+       "{}]</script>"},
       {"framesets", "", "<frameset><frame src=a>"},
       {"selects", "", "<select><option><optgroup>"},
       {"ISO-2022-JP", "<img src='", "\x1B$B$\"\x1B(B", {}, "'>"},
