@@ -206,7 +206,11 @@ std::string textOf(const Shape& shape, std::size_t length) {
     text += shape.piece;
     if (!shape.rest.empty()) text.append(std::to_string(number)).append(shape.rest);
   }
-  text.resize(length - shape.closing.size());
+  const std::size_t room = length - shape.closing.size();
+  // A JSON text that is cut within a string is none.
+  const bool isWhole = !shape.closing.empty() && shape.rest.empty();
+  const std::size_t begin = text.size() % shape.piece.size();
+  text.resize(isWhole ? room - (room - begin) % shape.piece.size() : room);
   return text.append(shape.closing);
 }
 

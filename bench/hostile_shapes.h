@@ -25,7 +25,7 @@ struct Shape {
 // All shapes, in the order of the report.
 const std::vector<Shape>& hostileShapes();
 
-// Exactly `length` bytes, though that cuts a piece.
+// `length` bytes, though that cuts a piece; with a closing up to a piece fewer, all whole.
 std::string textOf(const Shape& shape, std::size_t length);
 
 }  // namespace pagescan::bench
