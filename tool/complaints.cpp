@@ -37,7 +37,7 @@ std::string aboutNoCommand(const CLI::App& app) {
 }
 
 std::string sentenceAbout(const CLI::App& app, const CLI::Error& error) {
-  const std::string message = error.what();
+  std::string message = error.what();
   const bool hasCommand = !app.get_subcommands().empty();
   if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr) return aboutCount(message);
   if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr) return aboutStranger(message);

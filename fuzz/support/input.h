@@ -63,8 +63,8 @@ inline std::string textOf(const RWCString& text) {
 
 class Input {
  public:
-  // A version of the kernels that the machine lacks is replaced by the portable one, so that an input
-  // does the same whatever ran before it.
+  // A version of the kernels that the machine lacks is replaced by the portable one, so that an
+  // input does the same whatever ran before it.
   Input(const std::uint8_t* data, std::size_t size)
       : rest_(reinterpret_cast<const char*>(data), size) {
     using pagescan::internal::KernelLevel;

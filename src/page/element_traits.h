@@ -25,7 +25,7 @@ enum ElementTrait : std::uint16_t {
   kShadowHostName = 256,  // may have a shadow root, by its name
   kShadowRoot = 512,      // a template that made a shadow root
   kHasShadowRoot = 1024,
-  kRun = 4096,  // many formatting elements at once: see FormattingList
+  kRun = 4096,        // many formatting elements at once: see FormattingList
   kStyleText = 2048,  // svg:style: its text is a style sheet
 };
 using ElementTraits = std::uint16_t;

@@ -73,11 +73,11 @@ std::string_view attributeName(NameId attribute) {
 }
 
 std::string_view svgElementName(NameId element) {
-  const std::string_view name = kElements[element];
+  const std::string_view lowerCase = kElements[element];
   for (const std::string_view spelling : kSvgSpellings) {
-    if (equalIgnoringCase(name, spelling)) return spelling;
+    if (equalIgnoringCase(lowerCase, spelling)) return spelling;
   }
-  return name;
+  return lowerCase;
 }
 
 constinit const NameHash<kElementCount, 1024> kElementHash(kElements);

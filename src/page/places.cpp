@@ -187,8 +187,11 @@ constexpr std::array<Place, kPlaceCount> kPlaces = {{
 namespace {
 
 #define PAGESCAN_NAME(id, name) name,
-constexpr std::string_view kElementNames[] = {"", PAGESCAN_ELEMENT_NAMES(PAGESCAN_NAME)};
-constexpr std::string_view kAttributeNames[] = {"", PAGESCAN_ATTRIBUTE_NAMES(PAGESCAN_NAME)};
+// An empty name stands for those that the tables do not know.
+constexpr std::string_view kElementNames[] = {std::string_view(),
+                                              PAGESCAN_ELEMENT_NAMES(PAGESCAN_NAME)};
+constexpr std::string_view kAttributeNames[] = {std::string_view(),
+                                                PAGESCAN_ATTRIBUTE_NAMES(PAGESCAN_NAME)};
 #undef PAGESCAN_NAME
 
 // The element that a row names: "meta" of "meta[og:url]".

@@ -1,4 +1,6 @@
 // Start tags in the body (HTML Standard, 13.2.6.4.7).
+#include <algorithm>
+
 #include "page/body_rules.h"
 #include "page/tree_builder.h"
 
@@ -10,10 +12,8 @@ constexpr std::initializer_list<Element> kHeadings = {Element::h1, Element::h2, 
                                                       Element::h4, Element::h5, Element::h6};
 
 bool isOneOf(const OpenElement& entry, std::initializer_list<Element> elements) {
-  for (const Element element : elements) {
-    if (entry.is(element)) return true;
-  }
-  return false;
+  return std::any_of(elements.begin(), elements.end(),
+                     [&entry](Element element) { return entry.is(element); });
 }
 
 }  // namespace
@@ -59,7 +59,8 @@ TreeBuilder::Step TreeBuilder::startInBody(const TagToken& tag) {
   }
 }
 
-TreeBuilder::Step TreeBuilder::startRareInBody(const TagToken& tag, StartRule rule) {
+// The root, the body, a frameset in its stead.
+void TreeBuilder::startStructure(const TagToken& tag, StartRule rule) {
   switch (rule) {
     case StartRule::html:
       // The html element above a fragment is no part of it.
@@ -68,31 +69,40 @@ TreeBuilder::Step TreeBuilder::startRareInBody(const TagToken& tag, StartRule ru
     case StartRule::body:
       startBody();
       break;
-    case StartRule::frameset:
+    default:
       startFrameset(tag);
       break;
-    case StartRule::heading:
-      closePInButtonScope();
-      if (isOneOf(open_.current(), kHeadings)) pop();
-      insert(tag);
+  }
+}
+
+// What closes an open p element first.
+void TreeBuilder::startBlock(const TagToken& tag, StartRule rule) {
+  if (rule != StartRule::table || quirks_ != QuirksMode::full) closePInButtonScope();
+  if (rule == StartRule::heading && isOneOf(open_.current(), kHeadings)) pop();
+  insert(tag);
+  if (rule == StartRule::heading) return;
+  framesetOk_ = false;
+  if (rule == StartRule::pre) skipsNewline_ = true;
+  if (rule == StartRule::table) mode_ = Mode::inTable;
+}
+
+TreeBuilder::Step TreeBuilder::startRareInBody(const TagToken& tag, StartRule rule) {
+  switch (rule) {
+    case StartRule::html:
+    case StartRule::body:
+    case StartRule::frameset:
+      startStructure(tag, rule);
       break;
+    case StartRule::heading:
     case StartRule::pre:
-      closePInButtonScope();
-      insert(tag);
-      skipsNewline_ = true;
-      framesetOk_ = false;
+    case StartRule::table:
+      startBlock(tag, rule);
       break;
     case StartRule::nobr:
       startNobr(tag);
       break;
     case StartRule::marker:
       startMarker(tag);
-      break;
-    case StartRule::table:
-      if (quirks_ != QuirksMode::full) closePInButtonScope();
-      insert(tag);
-      framesetOk_ = false;
-      mode_ = Mode::inTable;
       break;
     case StartRule::voidPlain:
       insertVoid(tag);

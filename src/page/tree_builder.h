@@ -213,6 +213,8 @@ class TreeBuilder {
   // --- in the body: tree_body.cpp, tree_body_end.cpp ---
   Step startInBody(const TagToken& tag);
   Step startRareInBody(const TagToken& tag, StartRule rule);
+  void startStructure(const TagToken& tag, StartRule rule);
+  void startBlock(const TagToken& tag, StartRule rule);
   void startControl(const TagToken& tag, StartRule rule);
   void startRawText(const TagToken& tag, StartRule rule);
   void startMarker(const TagToken& tag);
@@ -244,6 +246,8 @@ class TreeBuilder {
 
   // --- tables and templates: tree_table.cpp ---
   Step startInTable(const TagToken& tag);
+  Step startTablePart(const TagToken& tag, Mode mode);
+  Step implyTablePart(Element part, Mode mode);
   void startFormInTable(const TagToken& tag);
   Step startInCaption(const TagToken& tag);
   Step startInColumnGroup(const TagToken& tag);

@@ -28,38 +28,39 @@ void TreeBuilder::clearTo(std::initializer_list<Element> elements) {
   }
 }
 
+// A part of a table, put right below it.
+TreeBuilder::Step TreeBuilder::startTablePart(const TagToken& tag, Mode mode) {
+  clearTo({Element::table});
+  insert(tag);
+  mode_ = mode;
+  return Step::done;
+}
+
+// The same for a tag that has its part left out.
+TreeBuilder::Step TreeBuilder::implyTablePart(Element part, Mode mode) {
+  clearTo({Element::table});
+  insertImplied(part);
+  mode_ = mode;
+  return Step::again;
+}
+
 TreeBuilder::Step TreeBuilder::startInTable(const TagToken& tag) {
   switch (static_cast<Element>(tag.name)) {
     case Element::caption:
-      clearTo({Element::table});
       formatting_.pushMarker();
-      insert(tag);
-      mode_ = Mode::inCaption;
-      return Step::done;
+      return startTablePart(tag, Mode::inCaption);
     case Element::colgroup:
-      clearTo({Element::table});
-      insert(tag);
-      mode_ = Mode::inColumnGroup;
-      return Step::done;
+      return startTablePart(tag, Mode::inColumnGroup);
     case Element::col:
-      clearTo({Element::table});
-      insertImplied(Element::colgroup);
-      mode_ = Mode::inColumnGroup;
-      return Step::again;
+      return implyTablePart(Element::colgroup, Mode::inColumnGroup);
     case Element::tbody:
     case Element::tfoot:
     case Element::thead:
-      clearTo({Element::table});
-      insert(tag);
-      mode_ = Mode::inTableBody;
-      return Step::done;
+      return startTablePart(tag, Mode::inTableBody);
     case Element::td:
     case Element::th:
     case Element::tr:
-      clearTo({Element::table});
-      insertImplied(Element::tbody);
-      mode_ = Mode::inTableBody;
-      return Step::again;
+      return implyTablePart(Element::tbody, Mode::inTableBody);
     case Element::table:
       if (!open_.inTableScope(Element::table)) return Step::done;
       popUntil(Element::table);
