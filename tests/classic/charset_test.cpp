@@ -386,7 +386,7 @@ TEST(CTQCharSet, GoesByItsDictionaryThroughoutAText) {
     CTQCharSet::msSingleton = nullptr;
     CTQCharSet own;
     row.refill(own);
-    for (const std::size_t count : {1, 2, 15, 16, 17, 18, 100}) {
+    for (const std::size_t count : {1U, 2U, 15U, 16U, 17U, 18U, 100U}) {
       EXPECT_EQ(decoded(repeated(row.reference, count)), repeated(row.expected, count)) << count;
       EXPECT_EQ(decoded(repeated(row.reference, count) + " and more text"),
                 repeated(row.expected, count) + " and more text")

@@ -81,7 +81,7 @@ std::size_t readPastTagsOf(const std::string& page, std::size_t nameLength) {
 
 TEST(TagAttributeReader, LooksAtTheBytesOfAPageABoundedNumberOfTimes) {
   forEachRow(kGrowth, [](const GrowthCase& row) {
-    for (const std::size_t length : {10'000, 100'000, 1'000'000}) {
+    for (const std::size_t length : {10'000U, 100'000U, 1'000'000U}) {
       const auto root = static_cast<std::size_t>(std::sqrt(length));
       for (const std::size_t openings : {root, length / 2 / row.opening.size()}) {
         const std::string page = pageOf(row, openings, length);
@@ -100,7 +100,7 @@ TEST(TagAttributeReader, CountsTheLastStepOfAReading) {
 // A value that many tags read past their ends is in the memory once.
 TEST(ParseHTML, TakesMemoryInProportionToThePage) {
   forEachRow(kGrowth, [](const GrowthCase& row) {
-    for (const std::size_t length : {100'000, 1'000'000}) {
+    for (const std::size_t length : {100'000U, 1'000'000U}) {
       const std::string page = pageOf(row, static_cast<std::size_t>(std::sqrt(length)), length);
       EXPECT_LE(bytesTakenBy([&] {
                   CHTMLOffsetParser("http://w1/d/").ParseHTML(page.c_str(), page.size());

@@ -72,7 +72,7 @@ TEST(PlainLinks, AgreeWithTheParserOnEveryShortText) {
 TEST(PlainLinks, AgreeWithTheParserOnLongTexts) {
   const Base base = Base::parse("http://h/a/b?q").value();
   const std::string longest(40, 'a');
-  for (const std::size_t length : {5, 13, 16, 20, 33}) {
+  for (const std::size_t length : {5U, 13U, 16U, 20U, 33U}) {
     const std::string filler = longest.substr(0, length);
     forEachText(kPieces, inShortOrDeepRun(2, 3), [&](const std::string& text) {
       decides(text + filler, base);
