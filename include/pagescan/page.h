@@ -20,8 +20,8 @@ namespace pagescan {
 
 // Bytes [begin, end) of the page as given.
 struct Span {
-  std::uint32_t begin = 0;
-  std::uint32_t end = 0;
+  std::uint32_t begin = 0;  // of the first byte
+  std::uint32_t end = 0;    // after the last byte
 };
 
 // What the place of a URL is for; never whether anything was fetched.
@@ -76,14 +76,14 @@ inline constexpr std::uint32_t kNoParent = 0xFFFFFFFF;
 
 // One URL of a page: plain data, meaningful together with its Page.
 struct Reference {
-  Span span;              // the bytes that spell it: no quotes, no descriptor, no refresh time
-  std::uint32_t tag;      // offset of the "<" of its tag; in a style sheet of its own 0
-  std::uint32_t parent;   // offset of the "<" of the tag whose srcdoc or noscript text holds it
-  std::uint16_t element;  // ids: see Page::element, Page::attribute
-  std::uint16_t attribute;
-  Kind kind;
-  Slot slot;
-  Flags flags;
+  Span span;                // the bytes that spell it: no quotes, no descriptor, no refresh time
+  std::uint32_t tag;        // offset of the "<" of its tag; in a style sheet of its own 0
+  std::uint32_t parent;     // offset of the "<" of the tag whose srcdoc or noscript text holds it
+  std::uint16_t element;    // ids that Page::element and Page::attribute read
+  std::uint16_t attribute;  // likewise
+  Kind kind;                // what the place is for
+  Slot slot;                // how the URL is written there
+  Flags flags;              // under which condition it counts: values of Flag joined by |
 };
 
 // Sets of places beyond the standard ones, which are always looked at; several may be joined.
@@ -116,6 +116,7 @@ class PAGESCAN_PAGE_EXPORT Places {
   static std::optional<Places> parse(std::string_view text, std::string* error = nullptr);
 
   struct Table;
+  // For the library itself.
   const Table* table() const { return table_.get(); }
 
  private:
@@ -140,8 +141,14 @@ struct PageOptions {
 // to a depth of 32, deeper ones are left out. Fails: std::bad_alloc alone.
 class PAGESCAN_PAGE_EXPORT Page {
  public:
+  // Reads the page at once.
+  // bytes    not copied: they must outlive the page
+  // options  its texts and its table are needed during the call alone
   explicit Page(std::string_view bytes, const PageOptions& options = {});
+
+  // A page that was moved from may be destroyed or assigned to, nothing else.
   Page(Page&&) noexcept;
+  // As above.
   Page& operator=(Page&&) noexcept;
   ~Page();
 
@@ -149,6 +156,7 @@ class PAGESCAN_PAGE_EXPORT Page {
   // then.
   std::string_view error() const;
 
+  // The bytes that the page was made of.
   std::string_view bytes() const;
 
   // In the order of span.begin, then of span.end.
@@ -191,8 +199,8 @@ class StyleSheet;
 
 // A place in a text: both count from 1, columns in bytes.
 struct Position {
-  std::uint32_t line;
-  std::uint32_t column;
+  std::uint32_t line;    // the first is 1
+  std::uint32_t column;  // in bytes; the first of a line is 1
 };
 
 // The lines of a page. A line ends with LF, CR or CR LF; in UTF-16 with these code units.

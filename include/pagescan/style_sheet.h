@@ -26,15 +26,30 @@ struct StyleSheetOptions {
 // and attribute have empty names. Otherwise all is as for a Page: promises, cost and failures.
 class PAGESCAN_PAGE_EXPORT StyleSheet {
  public:
+  // Reads the sheet at once.
+  // bytes    not copied: they must outlive the sheet
+  // options  its texts are needed during the call alone
   explicit StyleSheet(std::string_view bytes, const StyleSheetOptions& options = {});
+
+  // A sheet that was moved from may be destroyed or assigned to, nothing else.
   StyleSheet(StyleSheet&&) noexcept;
+  // As above.
   StyleSheet& operator=(StyleSheet&&) noexcept;
   ~StyleSheet();
 
+  // Empty; or why the sheet was not read: it has more than 2^32-1 bytes.
   std::string_view error() const;
+
+  // The bytes that the sheet was made of.
   std::string_view bytes() const;
+
+  // In the order of span.begin.
   const std::vector<Reference>& references() const;
+
+  // The bytes at the span of a reference.
   std::string_view raw(const Reference& reference) const;
+
+  // What a reference spells, its escapes decoded, in UTF-8. Linear in the span.
   std::string value(const Reference& reference) const;
 
   // Resolved against the sheet's URL, queries in UTF-8.

@@ -40,14 +40,14 @@ class PlainLinks;
 // right after the ":" of its scheme; its path begins there, or after a "/." that keeps a path with
 // two leading slashes from being taken for a host.
 struct UrlOffsets {
-  std::size_t schemeEnd = 0;
-  std::size_t usernameBegin = 0;
-  std::size_t usernameEnd = 0;
-  std::size_t hostBegin = 0;
-  std::size_t hostEnd = 0;
-  std::size_t pathBegin = 0;
-  std::size_t queryBegin = 0;
-  std::size_t fragmentBegin = 0;
+  std::size_t schemeEnd = 0;      // at the ":"
+  std::size_t usernameBegin = 0;  // after the "//"
+  std::size_t usernameEnd = 0;    // at the ":" of a password, or the "@"
+  std::size_t hostBegin = 0;      // of the host without credentials
+  std::size_t hostEnd = 0;        // at the ":" of a port
+  std::size_t pathBegin = 0;      // after host and port
+  std::size_t queryBegin = 0;     // at the "?"
+  std::size_t fragmentBegin = 0;  // at the "#"
 };
 
 // A parsed URL: its serialised text, and where its components stand in it. A plain value; a copy
