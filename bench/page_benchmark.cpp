@@ -1,6 +1,7 @@
-// The page reader: elements, without what is done with them.
+// The page reader: elements alone, references with their spans, and all of these resolved.
 #include "jobs.h"
 #include "page/element_reader.h"
+#include "pagescan/page.h"
 #include "yardsticks.h"
 
 namespace pagescan::bench {
@@ -26,6 +27,26 @@ std::size_t readElements(std::string_view page) {
   return handler.count;
 }
 
+PageOptions options() {
+  PageOptions options;
+  options.url = "http://www.example.com/news/2024/index.html";
+  return options;
+}
+
+std::size_t readReferences(std::string_view page) {
+  return Page(page, options()).references().size();
+}
+
+std::size_t resolveReferences(std::string_view bytes) {
+  const Page page(bytes, options());
+  std::string url;
+  std::size_t length = 0;
+  for (const Reference& reference : page.references()) {
+    if (page.urlInto(reference, url)) length += url.size();
+  }
+  return length;
+}
+
 }  // namespace
 
 void addPageJobs(Jobs& jobs, const Input& input) {
@@ -33,6 +54,18 @@ void addPageJobs(Jobs& jobs, const Input& input) {
                                workOver(input.pages, "page"));
   job.yardstick("memchr('<')", memchrOver(input.pages, '<'))
       .library(forEachOf(input.pages, TextWork(readElements)));
+
+  Job& spans = jobs.emplace_back("Page", "`Page`, references with their spans",
+                                 workOver(input.pages, "page"));
+  spans.yardstick("memchr('<')", memchrOver(input.pages, '<'))
+      .library(forEachOf(input.pages, TextWork(readReferences)))
+      .target(0.33);
+  addPeers(spans, input.pages, &Peer::parsePage);
+
+  jobs.emplace_back("Page_urls", "`Page`, and every URL resolved", workOver(input.pages, "page"))
+      .yardstick("memchr('<')", memchrOver(input.pages, '<'))
+      .library(forEachOf(input.pages, TextWork(resolveReferences)))
+      .target(0.22);
 }
 
 }  // namespace pagescan::bench
