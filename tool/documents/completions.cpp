@@ -96,7 +96,7 @@ complete -F _pagescan pagescan
 
 // --- zsh ---
 
-// Colons and brackets divide a zsh specification.
+// In what zsh's _arguments takes, colons and brackets separate an option from its description.
 std::string zshText(std::string_view text) {
   std::string result;
   for (const char byte : text) {
