@@ -1,6 +1,7 @@
 // The tokenizer against the html5lib suite: start tags, their attributes and decoded values.
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <map>
 #include <string>
 #include <utility>
@@ -152,8 +153,12 @@ constexpr Suite kSuites[] = {
     {"unicodeCharsProblematic.test", 1},
 };
 
+bool hasSuite() {
+  return std::filesystem::exists(PAGESCAN_SHARED_DIR "/suites/html5lib/tokenizer");
+}
+
 TEST(Html5libTokenizer, FindsTheStartTagsOfEachCase) {
-  if (suiteCases(PAGESCAN_SHARED_DIR, "html5lib/tokenizer/test1.test").is_null()) GTEST_SKIP();
+  if (!hasSuite()) GTEST_SKIP() << "the suites are not beside the project";
   for (const Suite& suite : kSuites) {
     EXPECT_GE(runFile(suite.file), suite.fewest) << suite.file;
   }
@@ -162,10 +167,11 @@ TEST(Html5libTokenizer, FindsTheStartTagsOfEachCase) {
 // A case of text, written as the value of an attribute: there, a name without ";" stays as it is
 // before "=", a letter or a digit.
 TEST(Html5libTokenizer, DecodesReferencesInAttributes) {
+  if (!hasSuite()) GTEST_SKIP() << "the suites are not beside the project";
   std::size_t count = 0;
   for (const char* file : {"namedEntities.test", "numericEntities.test"}) {
     const json cases = suiteCases(PAGESCAN_SHARED_DIR, std::string("html5lib/tokenizer/") + file);
-    if (cases.is_null()) GTEST_SKIP();
+    ASSERT_FALSE(cases.is_null()) << file;
     for (const json& test : cases["tests"]) {
       const std::string input = test.at("input");
       std::string expected;
