@@ -140,7 +140,8 @@ struct PageOptions {
 // Cost: linear in the page in time and memory, but for one known shape: thousands of kinds of
 // formatting elements (font elements with other attributes each), three of each open at once and
 // then a fourth of each in a paragraph of its own, take time with the square of their number.
-// Nested documents are read to a depth of 32, deeper ones are left out. Fails: std::bad_alloc alone.
+// Nested documents are read to a depth of 32, deeper ones are left out.
+// Fails: std::bad_alloc alone.
 class PAGESCAN_PAGE_EXPORT Page {
  public:
   // Reads the page at once.
