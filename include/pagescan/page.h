@@ -193,8 +193,11 @@ class PAGESCAN_PAGE_EXPORT Page {
   // What the document's links resolve against; empty where there is nothing.
   const std::string& base() const;
 
- private:
   struct State;
+  // For the library itself.
+  const State& state() const { return *state_; }
+
+ private:
   std::unique_ptr<State> state_;
 };
 

@@ -59,8 +59,11 @@ class PAGESCAN_PAGE_EXPORT StyleSheet {
   // By the BOM, the caller's charset, the sheet's @charset, else "UTF-8".
   std::string_view encoding() const;
 
- private:
   struct State;
+  // For the library itself.
+  const State& state() const { return *state_; }
+
+ private:
   std::unique_ptr<State> state_;
 };
 

@@ -4,7 +4,7 @@
 #include <limits>
 #include <utility>
 
-#include "page/page_reading.h"
+#include "page/page_state.h"
 #include "page/reference_ids.h"
 #include "page/resolving.h"
 #include "page/source_names.h"
@@ -12,19 +12,15 @@
 
 namespace pagescan {
 
-struct Page::State {
-  std::string_view bytes;
-  std::unique_ptr<internal::PageReading> reading;  // none: the page is too large
-  std::vector<Reference> references;
-  Places places;  // what the reading's table is part of
-  std::string base;
-};
-
 Page::Page(std::string_view bytes, const PageOptions& options) : state_(std::make_unique<State>()) {
   state_->bytes = bytes;
+  state_->url = options.url;
+  state_->charset = options.charset;
+  state_->scripting = options.scripting;
+  state_->profiles = options.profiles;
+  state_->hasPlaces = options.places != nullptr;
   if (options.places != nullptr) state_->places = *options.places;
-  PageOptions used = options;
-  used.places = options.places == nullptr ? nullptr : &state_->places;
+  const PageOptions used = internal::optionsOf(*state_);
   const bool isTooLarge = bytes.size() > std::numeric_limits<std::uint32_t>::max();
   state_->reading = internal::readPage(isTooLarge ? std::string_view() : bytes, used);
   state_->references = state_->reading->references.take();

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "encoding/sniffing.h"
-#include "page/page_reading.h"
+#include "page/page_state.h"
 #include "page/resolving.h"
 #include "page/style_text.h"
 #include "page/values.h"
@@ -24,16 +24,8 @@ internal::KnownEncoding encodingOfSheet(std::string_view bytes, std::string_view
 
 }  // namespace
 
-struct StyleSheet::State {
-  State(std::string_view sheet, std::string_view url) : bytes(sheet), reading(url, 0, nullptr) {}
-
-  std::string_view bytes;
-  internal::PageReading reading;
-  std::vector<Reference> references;
-};
-
 StyleSheet::StyleSheet(std::string_view bytes, const StyleSheetOptions& options)
-    : state_(std::make_unique<State>(bytes, options.url)) {
+    : state_(std::make_unique<State>(bytes, options)) {
   using namespace internal;
   PageReading& reading = state_->reading;
   if (!error().empty()) bytes = {};

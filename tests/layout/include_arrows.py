@@ -16,6 +16,7 @@ PARTS = [
     ("rw", ["include/rw/*", "src/rw/*"]),
     ("encoding", ["include/pagescan/export.h", "src/encoding/*"]),
     ("url", ["include/pagescan/url.h", "src/url/*"]),
+    ("edits", ["include/pagescan/edits.h", "src/edits/*"]),
     ("page", ["include/pagescan/*", "src/page/*"]),
     ("text helpers", ["src/classic/text_view.*", "src/classic/scratch_text.*",
                       "src/classic/standard_output.*"]),
@@ -45,6 +46,7 @@ USES = {
     "encoding": ["base"],
     "url": ["encoding"],
     "page": ["url"],
+    "edits": ["page"],
 }
 HOSTS = ["tool/**/*", "examples/*", "tests/shared/*", "tests/host/*", "tests/host_one/*",
          "tests/hosts/*"]
