@@ -72,6 +72,10 @@ struct RefusedEdit {
 struct EditResult {
   std::string bytes;                 // with all edits that were not refused
   std::vector<RefusedEdit> refused;  // by their index; empty: all were made
+
+  // Where each edit stands in `bytes`, by its index: the bytes that spell its value, or the bytes
+  // of a ByteEdit. {0, 0} for one that was refused.
+  std::vector<Span> spans;
 };
 
 // Makes all edits at once; their order does not matter.

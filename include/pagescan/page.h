@@ -180,6 +180,10 @@ class PAGESCAN_PAGE_EXPORT Page {
   // none.
   bool urlInto(const Reference& reference, std::string& result) const;
 
+  // What a reference resolves against: the base that is in force where it counts. Empty where there
+  // is nothing. Valid as long as the page. Cost: logarithmic in the nested documents.
+  std::string_view baseOf(const Reference& reference) const;
+
   // The element of a reference in lower case as the parser names it ("img" for "image"), with
   // "svg:" or "math:" in front in these namespaces, in the parser's spelling ("svg:feImage").
   std::string element(const Reference& reference) const;

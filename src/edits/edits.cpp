@@ -71,7 +71,8 @@ class EditRun {
       if (tryChanges()) return finish();
     }
     for (const Change& change : planned_) refuse(change.edit, EditRefusal::changesOthers);
-    result_.bytes = document_.bytes();
+    planned_.clear();
+    tryChanges();
     return finish();
   }
 
@@ -166,10 +167,10 @@ class EditRun {
     planned_.clear();
     if (changes.sizeAfter(document_.bytes()) > kMostBytes) {
       for (const Change& change : changes.all()) refuse(change.edit, EditRefusal::tooLarge);
-      result_.bytes = document_.bytes();
-      return true;
+      return false;
     }
     result_.bytes = changes.applyTo(document_.bytes());
+    noteSpans(changes);
     if (result_.bytes == document_.bytes()) return true;
     const Document again(result_.bytes, optionsOf(document_.state()));
     std::vector<const std::string*> values;
@@ -179,6 +180,13 @@ class EditRun {
     }
     const Blame blame = Rereading<Document>(document_, again, changes, values).compare();
     return keepBlameless(changes, blame);
+  }
+
+  void noteSpans(const Changes& changes) {
+    result_.spans.assign(edits_.size() + byteEdits_.size(), Span());
+    for (std::size_t i = 0; i < changes.all().size(); ++i) {
+      result_.spans[changes.all()[i].edit] = changes.valueAfter(i);
+    }
   }
 
   bool keepBlameless(const Changes& changes, const Blame& blame) {

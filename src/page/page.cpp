@@ -66,6 +66,11 @@ bool Page::urlInto(const Reference& reference, std::string& result) const {
   return false;
 }
 
+std::string_view Page::baseOf(const Reference& reference) const {
+  const Url* const url = internal::baseOf(*state_->reading, reference).url();
+  return url == nullptr ? std::string_view() : url->href();
+}
+
 std::string Page::element(const Reference& reference) const {
   return internal::elementNameOf(*state_->reading, reference);
 }

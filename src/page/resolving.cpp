@@ -23,16 +23,6 @@ bool resolvesAtItsTag(const Reference& reference) {
   return reference.kind == Kind::load || reference.slot == Slot::refresh || isStyle(reference.slot);
 }
 
-const Base& baseOf(const Documents& documents, const Reference& reference) {
-  const Document& document = documents.of(reference.parent);
-  const Document& owner = documents[document.owner];
-  if (isOfBase(reference)) return documents.base(owner.ownUrl);
-  if (resolvesAtItsTag(reference)) {
-    return documents.base(documents.urlInForceAt(reference.tag, document.owner));
-  }
-  return documents.base(owner.url);
-}
-
 // Source   HTML Standard, 2.4.2 "encoding-parsing a URL"; CSS and JSON are UTF-8 whatever the page
 Encoding queryEncodingOf(const PageReading& page, const Reference& reference) {
   const bool isUtf8 = isStyle(reference.slot) || reference.slot == Slot::json ||
@@ -52,12 +42,22 @@ bool writeOwnUrl(const PageReading& page, const Reference& reference, std::strin
 
 }  // namespace
 
+const Base& baseOf(const PageReading& page, const Reference& reference) {
+  const Documents& documents = page.documents;
+  const Document& document = documents.of(reference.parent);
+  const Document& owner = documents[document.owner];
+  if (isOfBase(reference)) return documents.base(owner.ownUrl);
+  if (resolvesAtItsTag(reference)) {
+    return documents.base(documents.urlInForceAt(reference.tag, document.owner));
+  }
+  return documents.base(owner.url);
+}
+
 bool resolveReference(const PageReading& page, const Reference& reference, std::string& out) {
   ValueReader values(page);
   const std::string_view value = values.read(reference);
   if (reference.kind == Kind::form && isBlank(value)) return writeOwnUrl(page, reference, out);
-  return resolveInto(out, value, baseOf(page.documents, reference),
-                     queryEncodingOf(page, reference));
+  return resolveInto(out, value, baseOf(page, reference), queryEncodingOf(page, reference));
 }
 
 }  // namespace pagescan::internal

@@ -158,6 +158,12 @@ TEST(Edits, ChangeManyReferencesAtOnce) {
       page,
       {{4, "E&E", "e"}, {1, "BBB", {}}, {3, "", {}}, {2, "c", {}}, {9, "", {}}, {0, "/", "x"}});
   EXPECT_EQ(result.bytes, "<base href=/a/><img src=BBB srcset='c, d 2x'><a href=E&amp;E>");
+  ASSERT_EQ(result.spans.size(), 6U);
+  EXPECT_EQ(result.spans[0].begin, 53U);
+  EXPECT_EQ(result.spans[0].end, 60U);
+  EXPECT_EQ(result.spans[1].begin, 24U);
+  EXPECT_EQ(result.spans[1].end, 27U);
+  EXPECT_EQ(result.spans[2].end, 0U);
   ASSERT_EQ(result.refused.size(), 3U);
   EXPECT_EQ(result.refused[0].edit, 2U);
   EXPECT_EQ(result.refused[0].reason, EditRefusal::split);

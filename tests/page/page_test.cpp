@@ -195,5 +195,20 @@ TEST(LineIndex, CountsLinesAsPagesEndThem) {
   EXPECT_EQ(LineIndex(sheet).at(2).line, 3U);
 }
 
+TEST(Page, TellsWhatAReferenceResolvesAgainst) {
+  PageOptions options;
+  options.url = "http://h/a/b";
+  const Page page(
+      "<img src=1><a href=2><base href=/c/><img src=3><iframe srcdoc=\"<base href=d/><a href=4>\">",
+      options);
+  const std::vector<std::string_view> want = {"http://h/a/b", "http://h/c/", "http://h/a/b",
+                                              "http://h/c/",  "http://h/c/", "http://h/c/d/"};
+  ASSERT_EQ(page.references().size(), want.size());
+  for (std::size_t i = 0; i < want.size(); ++i) {
+    EXPECT_EQ(page.baseOf(page.references()[i]), want[i]) << i;
+  }
+  EXPECT_EQ(Page("<a href=x>").baseOf(Page("<a href=x>").references()[0]), "");
+}
+
 }  // namespace
 }  // namespace pagescan::tests
