@@ -88,6 +88,12 @@ struct TagFilter {
   static std::size_t kindIndex(char c) { return static_cast<unsigned char>(c); }
 };
 
+// A place in style text that is in no string, comment or url.
+struct StylePlace {
+  const char* at;
+  const char* floor;  // not after `at`: the end of the last string, comment or url
+};
+
 struct Kernels {
   // The first place of the needle, or `end`.
   const char* (*findText)(const char* begin, const char* end, const Needle& needle);
@@ -137,9 +143,11 @@ struct Kernels {
   // each byte and for four more.
   char* (*encodeUrl)(const UrlForms& forms, const char* begin, const char* end, char* out);
 
-  // The first quote, "@" or backslash, "/" before "*", or "(" after one of the letters l, c and t
-  // of either case; or `end`. A "(" at `begin` and a "/" before `end` count, too.
-  const char* (*findStyleMark)(const char* begin, const char* end);
+  // The next place of style text that needs a look, past comments and simple strings: a backslash;
+  // "@" before i, n or a backslash; "(" after url, src or set; a string without an end, with a new
+  // line in it, or with a quote after a backslash. Letters of either case. Or `end`.
+  // begin    of the text; `from` lies between it and `end`
+  StylePlace (*findStyleMark)(const char* begin, const char* end, StylePlace from);
 
   // The first quote, backslash, LF, CR or FF; or `end`.
   const char* (*findStringMark)(const char* begin, const char* end);

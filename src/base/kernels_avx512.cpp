@@ -115,42 +115,46 @@ struct ByteSet {
   }
 };
 
-constexpr ByteSet kAlwaysStyleMarks("\"'@\\");
-constexpr ByteSet kFunctionEnds("lct");
+constexpr ByteSet kPlainStyleStarts("\"'@\\/");
 
-// Looks bytes up in a set, 64 at a time.
-class ByteSetTable {
+// The two letters before a "(", as a number below 64. The case of neither matters in its last five
+// bits, so that each pair has two numbers.
+constexpr unsigned pairNumber(char last, char second) {
+  return (2U * static_cast<unsigned char>(last) + static_cast<unsigned char>(second)) % 64;
+}
+
+// For each pair that may end a function of interest "(", for all others a quote: that is a mark
+// wherever it stands.
+constexpr std::array<char, 64> kFunctionStarts = [] {
+  std::array<char, 64> starts{};
+  for (char& start : starts) start = '"';
+  for (const std::string_view name : kStyleFunctions) {
+    starts[pairNumber(name[2], name[1])] = '(';
+    starts[pairNumber(name[2], name[1]) ^ 32U] = '(';
+  }
+  return starts;
+}();
+
+// Looks 64 bytes up in two tables of 64.
+class StyleStarts512 {
  public:
-  explicit ByteSetTable(const ByteSet& set) : bytes_(_mm512_loadu_si512(set.bytes.data())) {}
-
-  // Which bytes of those chosen are in the set. (The plain permutation makes g++ 12 warn.)
-  __mmask64 holds(__mmask64 chosen, __m512i bytes) const {
-    const __m512i members = _mm512_maskz_permutexvar_epi8(~__mmask64{0}, bytes, bytes_);
-    return _mm512_mask_cmpeq_epi8_mask(chosen, members, bytes);
+  std::uint64_t in(const char* block) const {
+    const __m512i bytes = Avx512::load(block);
+    const __m512i last = Avx512::load(block - 1);
+    const __m512i pairs = _mm512_add_epi8(_mm512_add_epi8(last, last), Avx512::load(block - 2));
+    return Avx512::equal(bytes, lookUp(plain_, bytes)) |
+           Avx512::equal(bytes, lookUp(functions_, pairs));
   }
 
  private:
-  __m512i bytes_;
-};
-
-const char* findStyleMark512(const char* begin, const char* end) {
-  if (begin == end || StyleMarks::isMark(begin, begin, end)) return begin;
-  const ByteSetTable always(kAlwaysStyleMarks);
-  const ByteSetTable functionEnds(kFunctionEnds);
-  const __m512i fold = Avx512::fill(0x20);
-  const char* at = begin + 1;
-  for (; end - at >= 64 + 1; at += 64) {
-    const __m512i bytes = Avx512::load(at);
-    const __mmask64 functions = functionEnds.holds(Avx512::equal(bytes, Avx512::fill('(')),
-                                                   Avx512::either(Avx512::load(at - 1), fold));
-    const __mmask64 comments = _mm512_mask_cmpeq_epi8_mask(Avx512::equal(bytes, Avx512::fill('/')),
-                                                           Avx512::load(at + 1), Avx512::fill('*'));
-    const std::uint64_t mask = always.holds(~__mmask64{0}, bytes) | functions | comments;
-    if (mask != 0) return at + std::countr_zero(mask);
+  // By the low six bits of each place. (The plain permutation makes g++ 12 warn.)
+  static __m512i lookUp(__m512i table, __m512i places) {
+    return _mm512_maskz_permutexvar_epi8(~__mmask64{0}, places, table);
   }
-  while (at < end && !StyleMarks::isMark(at, begin, end)) ++at;
-  return at;
-}
+
+  __m512i plain_ = _mm512_loadu_si512(kPlainStyleStarts.bytes.data());
+  __m512i functions_ = _mm512_loadu_si512(kFunctionStarts.data());
+};
 
 }  // namespace
 
@@ -159,7 +163,7 @@ constinit const SearchKernels kAvx512Searches = {
     .findRegion = findRegion<Avx512>,
     .findTag = findTag512,
     .findMark = findMark512,
-    .findStyleMark = findStyleMark512,
+    .findStyleMark = findStyleMark<Avx512, StyleStarts512>,
 };
 
 }  // namespace pagescan::internal

@@ -19,6 +19,7 @@
 
 #include "base/kernels.h"
 #include "base/kernels_style_impl.h"
+#include "base/kernels_style_walk_impl.h"
 #include "base/kernels_text_impl.h"
 
 namespace pagescan::internal {
@@ -305,9 +306,9 @@ constexpr Kernels kernelsOver() {
       .holdsEither = holdsEither<typename Vector::Short>,
       .decodeUrl = decodeUrl<typename Vector::Short>,
       .encodeUrl = encodeUrl<typename Vector::Short>,
-      .findStyleMark = findStyleMark<Vector, StyleMarks>,
-      .findStringMark = findStyleMark<Vector, StringMarks>,
-      .findUrlMark = findStyleMark<Vector, UrlMarks>,
+      .findStyleMark = findStyleMark<Vector>,
+      .findStringMark = findMarkOf<Vector, StringMarks>,
+      .findUrlMark = findMarkOf<Vector, UrlMarks>,
   };
 }
 

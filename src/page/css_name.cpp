@@ -50,10 +50,11 @@ class NameBeginning {
   std::size_t size_ = 0;
 };
 
-// Whether a token begins at `at`, where a name does: what ends before is no part of it.
+// Whether a token begins at `at`, where a name does: what ends before is no part of it. (A hash and
+// the name of a rule begin with their "#" and "@".)
 bool isTokenBegin(std::string_view css, std::size_t at, std::size_t floor) {
   if (at == floor) return true;
-  if (css[at - 1] == '#') return false;
+  if (css[at - 1] == '#' || css[at - 1] == '@') return false;
   if (cssNameCharacterLengthBefore(css, at, floor) == 0) return true;
   return at - floor >= kCdo.size() && css.substr(at - kCdo.size(), kCdo.size()) == kCdo;
 }

@@ -38,7 +38,11 @@ class StyleReader {
   void read() {
     startStatement();
     for (;;) {
-      at_ = isQuiet() ? findQuietMark() : findIn(css_, at_, kWakes);
+      if (isQuiet()) {
+        findQuietMark();
+      } else {
+        at_ = findIn(css_, at_, kWakes);
+      }
       if (at_ == css_.size()) return;
       wakeUp(css_[at_]);
     }
@@ -78,11 +82,13 @@ class StyleReader {
   // Whether brackets other than "(" mean nothing: none is recorded, then.
   bool isQuiet() const { return !isFree_ && functions_ == 0 && form_ != StyleForm::declarations; }
 
-  // Where only functions that hold URLs matter.
-  std::size_t findQuietMark() const {
+  // Moves on to where only functions that hold URLs, and rules that do, matter.
+  void findQuietMark() {
     const char* const text = css_.data();
-    const char* const mark = kernels().findStyleMark(text + at_, text + css_.size());
-    return static_cast<std::size_t>(mark - text);
+    const StylePlace mark =
+        kernels().findStyleMark(text, text + css_.size(), {text + at_, text + floor_});
+    at_ = static_cast<std::size_t>(mark.at - text);
+    floor_ = static_cast<std::size_t>(mark.floor - text);
   }
 
   static constexpr std::size_t kNoImport = static_cast<std::size_t>(-1);
@@ -214,16 +220,17 @@ bool StyleReader::readIdentLike(Role role) {
   return true;
 }
 
-// A name that holds an escape may have begun earlier, and may be the unit of a number or a hash.
+// A name that holds an escape may have begun earlier, and may be the unit of a number, a hash or
+// the name of a rule.
 void StyleReader::readEscapedName() {
   if (!isCssEscape(css_, at_)) {
     ++at_;
     return;
   }
   const std::size_t begin = cssNameBegin(css_, at_, floor_);
-  const bool isHash = begin > floor_ && css_[begin - 1] == '#';
+  const bool isPlain = begin == floor_ || (css_[begin - 1] != '#' && css_[begin - 1] != '@');
   at_ = begin;
-  if (!isHash && beginsCssName(css_, begin)) {
+  if (isPlain && beginsCssName(css_, begin)) {
     readIdentLike(Role::plain);
   } else {
     readCssName(css_, at_);

@@ -1,5 +1,5 @@
-// The kernels that look for tags, for the marks of scripts and comments, for regions and for the
-// marks of style text, each version beside plain loops, in texts next to unreadable pages.
+// The kernels that look for tags, for the marks of scripts and comments, and for regions, each
+// version beside plain loops, in texts next to unreadable pages.
 #include "base/kernels.h"
 
 #include <gtest/gtest.h>
@@ -53,15 +53,6 @@ const Pieces kPieces = {
     "<\xF4\xE4",
     "-\xAD>",
     "\xAD\xAD\xBE",
-};
-
-// Those of style text. Bytes of 128 and above are those of marks and of their neighbours with one
-// bit more.
-const Pieces kStylePieces = {
-    "url(", "SRC(", "-set(", "not(", "(", ")", "/",     "/*",    "*/",     "*",         "\"",
-    "'",    "\\",   "@",     "l",    "C", "t", "\n",    "\r",    "\f",     "\t",        " ",
-    "\x7F", "\x1F", "!",     "~",    "x", "{", "\xEC(", "l\xA8", "/\xAA",  "\xAF*",     "\xA2\xA7",
-    "\xDC", "\xC0", "\x8A",  "\xFF", ",", "`", "\x02",  "\x0F",  "abcdef", "color: x;",
 };
 
 // Calls check(text) for texts of every length that matters, against a page at either end.
@@ -142,71 +133,6 @@ TEST(FindRegion, FindsBothDelimiters) {
     if (!isThere) return;
     ASSERT_EQ(region.open, rest.data() + open) << rest;
     ASSERT_EQ(region.close, rest.data() + close) << rest;
-  });
-}
-
-// Walks from each mark to the next one with a kernel, beside isMark(text, at): whether a mark
-// stands at `at` of a text that is all there is.
-template <typename IsMark>
-void expectMarks(const char* (*Kernels::*find)(const char*, const char*), const IsMark& isMark) {
-  forEachPlacedText(kStylePieces, [&](std::string_view text, RandomTexts&) {
-    for (std::size_t from = 0; from <= text.size(); ++from) {
-      const std::string_view rest = text.substr(from);
-      std::size_t first = 0;
-      while (first < rest.size() && !isMark(rest, first)) ++first;
-      const char* const found = (kernels().*find)(rest.data(), rest.data() + rest.size());
-      ASSERT_EQ(static_cast<std::size_t>(found - rest.data()), first) << rest;
-      from += first;
-    }
-  });
-}
-
-bool isOneOf(char c, std::string_view bytes) {
-  return bytes.find(c) != std::string_view::npos;
-}
-
-TEST(FindStyleMark, FindsEachMark) {
-  expectMarks(&Kernels::findStyleMark, [](std::string_view text, std::size_t at) {
-    if (text[at] == '(') return at == 0 || isOneOf(text[at - 1], "lctLCT");
-    if (text[at] == '/') return at + 1 == text.size() || text[at + 1] == '*';
-    return isOneOf(text[at], "\"'@\\");
-  });
-}
-
-TEST(FindStringMark, FindsEachMark) {
-  expectMarks(&Kernels::findStringMark, [](std::string_view text, std::size_t at) {
-    return isOneOf(text[at], "\"'\\\n\r\f");
-  });
-}
-
-TEST(FindUrlMark, FindsEachMark) {
-  expectMarks(&Kernels::findUrlMark, [](std::string_view text, std::size_t at) {
-    return isOneOf(text[at], "\"'\\()\x7F") || (text[at] >= '\x01' && text[at] <= ' ');
-  });
-}
-
-// The rows above hold marks every few bytes; here one stands at each place of a long text alone.
-TEST(StyleKernels, FindAMarkAtEveryPlace) {
-  constexpr std::size_t kLength = 200;
-  forEachKernelLevel([] {
-    for (std::size_t at = 0; at < kLength; ++at) {
-      for (const Placement::Kind kind : {Placement::kBeforeGuardPage, Placement::kAfterGuardPage}) {
-        Placement place(kind);
-        std::string mutableText(kLength, 'l');
-        mutableText[at] = '(';
-        const std::string_view call = place.bytes(mutableText);
-        mutableText[at] = '\\';
-        const std::string_view escape = place.bytes(mutableText);
-        const auto placeOf = [](auto find, std::string_view text) {
-          return static_cast<std::size_t>(find(text.data(), text.data() + text.size()) -
-                                          text.data());
-        };
-        ASSERT_EQ(placeOf(kernels().findStyleMark, call), at);
-        ASSERT_EQ(placeOf(kernels().findStyleMark, escape), at);
-        ASSERT_EQ(placeOf(kernels().findStringMark, escape), at);
-        ASSERT_EQ(placeOf(kernels().findUrlMark, escape), at);
-      }
-    }
   });
 }
 
