@@ -100,6 +100,7 @@ Kept resolved(const RWCString& text) {
 }
 
 struct NoHandler {
+  static constexpr bool kTakesBareTags = true;
   std::uint8_t startTag(const internal::StartTag& tag) {
     benchmark::DoNotOptimize(tag.begin);
     return 0;

@@ -8,6 +8,7 @@ namespace pagescan::bench {
 namespace {
 
 struct CountingHandler {
+  static constexpr bool kTakesBareTags = true;
   std::uint8_t startTag(const internal::StartTag& tag) {
     count += tag.attributeCount + 1;
     return 0;

@@ -3,6 +3,8 @@
 //   bytes -> Tokenizer -> TagToken -> TreeBuilder -> Verdict -> StartTag -> handler
 //
 // A handler is a class with these members, called in page order:
+//   static constexpr bool kTakesBareTags
+//       Whether startTag() is to be called for HTML elements without known attributes.
 //   std::uint8_t startTag(const StartTag&)
 //       A start tag that became an element, or was merged into html or body. What it returns is
 //       kept with the element and comes back as `parent.note` of its children (and, for html and
@@ -122,7 +124,9 @@ class ElementReader {
   // --- the tokenizer's sink ---
   ContentState startTag(const TagBytes& tag, const Attributes& attributes);
   void endTag(const TagBytes& tag) {
-    builder_.endTag(numberOf(tag, false), offset(tag.begin));
+    const NameNumber name = numberOf(tag, false);
+    if (builder_.endPlain(name)) return;
+    builder_.endTag(name, offset(tag.begin));
     reportClosedStyles();
   }
   void text(const char* begin, const char* end) {
@@ -169,8 +173,15 @@ class ElementReader {
     return number < nameCount_ ? static_cast<NameId>(number) : kUnknownName;
   }
 
-  void fillTag(const TagBytes& tag, const Attributes& attributes, const Verdict& verdict);
+  ContentState startPlain(const TagBytes& tag, const Attributes& attributes, NameNumber name,
+                          const PlainTag& row, std::uint32_t parent);
+  ContentState startByVerdict(const TagBytes& tag, const Attributes& attributes, NameNumber name);
+  void fillTag(const TagBytes& tag, const Attributes& attributes, Namespace space, NameNumber name);
   void keepNewAttributes(bool isHtml);
+  void noteRawText() {
+    wantsRawText_ =
+        tag_.is(Element::style) || tag_.is(Element::script) || tag_.is(Element::noscript);
+  }
   void reportClosedStyles() {
     if (!builder_.openElements().hasClosedStyles()) return;
     for (const std::uint32_t owner : builder_.openElements().takeClosedStyles()) {
@@ -194,46 +205,74 @@ class ElementReader {
 template <class Handler, class Attributes>
 ContentState ElementReader<Handler, Attributes>::startTag(const TagBytes& tag,
                                                           const Attributes& attributes) {
+  const NameNumber name = numberOf(tag, true);
+  const std::uint32_t parent = builder_.openElements().top();
+  if (const PlainTag* const row = builder_.startPlain(name, offset(tag.begin))) {
+    return startPlain(tag, attributes, name, *row, parent);
+  }
+  return startByVerdict(tag, attributes, name);
+}
+
+template <class Handler, class Attributes>
+ContentState ElementReader<Handler, Attributes>::startPlain(const TagBytes& tag,
+                                                            const Attributes& attributes,
+                                                            NameNumber name, const PlainTag& row,
+                                                            std::uint32_t parent) {
+  const bool isBare = attributes.size() == 0 && row.content == ContentState::data;
+  if (isBare && !Handler::kTakesBareTags) return ContentState::data;
+  fillTag(tag, attributes, Namespace::html, name);
+  tag_.inTemplate = builder_.inTemplate();
+  tag_.inShadow = builder_.inShadow();
+  tag_.merged = false;
+  tag_.note = 0;
+  const OpenElement& under = builder_.openElements().at(parent);
+  tag_.parent = {under.space, nameId(under.name), under.note};
+  const std::uint8_t note = handler_.startTag(tag_);
+  if (note != 0 && row.hasContent) builder_.setNote(builder_.openElements().top(), note);
+  if (row.content != ContentState::data) noteRawText();
+  return row.content;
+}
+
+template <class Handler, class Attributes>
+ContentState ElementReader<Handler, Attributes>::startByVerdict(const TagBytes& tag,
+                                                                const Attributes& attributes,
+                                                                NameNumber name) {
   const bool inTemplate = builder_.inTemplate();
   const bool inShadow = builder_.inShadow();
-  const Verdict& verdict =
-      builder_.startTag({offset(tag.begin), numberOf(tag, true), tag.selfClosing, attributes.data(),
-                         attributes.size()});
+  const Verdict& verdict = builder_.startTag(
+      {offset(tag.begin), name, tag.selfClosing, attributes.data(), attributes.size()});
   reportClosedStyles();
   if (verdict.kind == Verdict::dropped) return ContentState::data;
+  fillTag(tag, attributes, verdict.space, verdict.name);
   tag_.inTemplate = inTemplate;
   tag_.inShadow = inShadow;
-  fillTag(tag, attributes, verdict);
+  tag_.merged = verdict.kind == Verdict::merged;
+  tag_.note = tag_.merged ? builder_.noteOfMerged() : std::uint8_t{0};
+  tag_.parent = {verdict.parentSpace, nameId(verdict.parentName), verdict.parentNote};
   const bool isHtml = verdict.name == id(Element::html);
   if (verdict.space == Namespace::html && (isHtml || verdict.name == id(Element::body))) {
     keepNewAttributes(isHtml);
   }
-  if (verdict.leaving != kNone) handler_.bodyLeaves(verdict.leaving);
+  if (verdict.bodyLeaves) handler_.bodyLeaves(verdict.bodyBegin);
   const std::uint8_t note = handler_.startTag(tag_);
   if (note != 0 || tag_.merged) builder_.setNote(note);
   const bool isEmpty = verdict.slot == kNone;  // <style/> is never open
   if (isEmpty && tag_.space == Namespace::svg && tag_.name == id(Element::style)) {
     handler_.svgStyleEnds(tag_.begin);
   }
-  if (verdict.content != ContentState::data) {
-    wantsRawText_ =
-        tag_.is(Element::style) || tag_.is(Element::script) || tag_.is(Element::noscript);
-  }
+  if (verdict.content != ContentState::data) noteRawText();
   return verdict.content;
 }
 
 template <class Handler, class Attributes>
 void ElementReader<Handler, Attributes>::fillTag(const TagBytes& tag, const Attributes& attributes,
-                                                 const Verdict& verdict) {
+                                                 Namespace space, NameNumber name) {
   tag_.begin = offset(tag.begin);
   tag_.end = offset(tag.end);
   tag_.nameBegin = offset(tag.name);
   tag_.nameEnd = offset(tag.name + tag.key.length);
-  tag_.space = verdict.space;
-  tag_.name = nameId(verdict.name);
-  tag_.merged = verdict.kind == Verdict::merged;
-  tag_.note = tag_.merged ? builder_.noteOfMerged() : std::uint8_t{0};
-  tag_.parent = {verdict.parentSpace, nameId(verdict.parentName), verdict.parentNote};
+  tag_.space = space;
+  tag_.name = nameId(name);
   tag_.attributes = attributes.data();
   tag_.attributeCount = attributes.size();
 }

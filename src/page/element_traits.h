@@ -13,7 +13,7 @@ namespace pagescan::internal {
 enum class Namespace : std::uint8_t { html, svg, mathml };
 
 // Bits of what an open element is.
-enum ElementTrait : std::uint16_t {
+enum ElementTrait : std::uint32_t {
   kSpecial = 1,
   kItemLimit = 2,         // ends the search for an open li, dd or dt: special but address, div, p
   kScopeLimit = 4,        // ends "has an element in scope"
@@ -25,10 +25,14 @@ enum ElementTrait : std::uint16_t {
   kShadowHostName = 256,  // may have a shadow root, by its name
   kShadowRoot = 512,      // a template that made a shadow root
   kHasShadowRoot = 1024,
-  kRun = 4096,        // many formatting elements at once: see FormattingList
-  kStyleText = 2048,  // svg:style: its text is a style sheet
+  kStyleText = 2048,      // svg:style: its text is a style sheet
+  kRun = 4096,            // many formatting elements at once: see FormattingList
+  kForeign = 8192,        // SVG or MathML
+  kHeading = 16384,       // h1 to h6
+  kPassesItems = 32768,   // an li, dd or dt below it need not be its child: not kItemLimit, or one
+  kPlainEnd = 65536,      // its end tag, where it is the current node, does no more than close it
 };
-using ElementTraits = std::uint16_t;
+using ElementTraits = std::uint32_t;
 
 class ElementSet {
  public:
@@ -92,20 +96,41 @@ inline constexpr ElementSet kShadowHosts = {
     Element::h5,      Element::h6,      Element::header,     Element::main, Element::nav,
     Element::p,       Element::section, Element::span};
 
+inline constexpr ElementSet kListItems = {Element::li, Element::dd, Element::dt};
+
+inline constexpr ElementSet kHeadings = {Element::h1, Element::h2, Element::h3,
+                                         Element::h4, Element::h5, Element::h6};
+
+// Those whose end tags do more than to close them, or less.
+inline constexpr ElementSet kOwnEnds = {
+    Element::applet,  Element::body,   Element::br,       Element::caption,   Element::col,
+    Element::form,    Element::frame,  Element::frameset, Element::colgroup,  Element::head,
+    Element::html,    Element::object, Element::marquee,  Element::noscript,  Element::table,
+    Element::tbody,   Element::td,     Element::tfoot,    Element::template_, Element::th,
+    Element::thead,   Element::tr};
+
+constexpr ElementTraits traitIf(bool has, ElementTrait trait) {
+  return has ? trait : ElementTraits{0};
+}
+
 constexpr ElementTraits htmlTraits(Element element) {
   const NameId name = id(element);
   const bool isSpecial = kSpecialHtml.contains(name);
   const bool isPassed =
       element == Element::address || element == Element::div || element == Element::p;
-  return static_cast<ElementTraits>(
-      (isSpecial ? kSpecial : 0) | (isSpecial && !isPassed ? kItemLimit : 0) |
-      (kScopeLimits.contains(name) ? kScopeLimit : 0) |
-      (kImpliedEnds.contains(name) ? kImpliedEnd : 0) |
-      (kThoroughEnds.contains(name) ? kThoroughEnd : 0) |
-      (element == Element::form || element == Element::template_ ? kPopHook : 0) |
-      (kShadowHosts.contains(name) ? kShadowHostName : 0));
+  const bool isItemLimit = isSpecial && !isPassed;
+  return traitIf(isSpecial, kSpecial) | traitIf(isItemLimit, kItemLimit) |
+         traitIf(!isItemLimit || kListItems.contains(name), kPassesItems) |
+         traitIf(kHeadings.contains(name), kHeading) |
+         traitIf(!kOwnEnds.contains(name), kPlainEnd) |
+         traitIf(kScopeLimits.contains(name), kScopeLimit) |
+         traitIf(kImpliedEnds.contains(name), kImpliedEnd) |
+         traitIf(kThoroughEnds.contains(name), kThoroughEnd) |
+         traitIf(element == Element::form || element == Element::template_, kPopHook) |
+         traitIf(kShadowHosts.contains(name), kShadowHostName);
 }
 
+// The row of kUnknownName holds for all names that are not in it.
 constexpr std::array<ElementTraits, kElementCount> htmlTraitTable() {
   std::array<ElementTraits, kElementCount> table{};
   for (NameId name = 0; name < kElementCount; ++name) {
@@ -115,15 +140,22 @@ constexpr std::array<ElementTraits, kElementCount> htmlTraitTable() {
 }
 inline constexpr auto kHtmlTraits = htmlTraitTable();
 
+constexpr ElementTraits foreignTraits(std::uint32_t name) {
+  const bool leaves = name == id(Element::br) || name == id(Element::p);
+  return kForeign | traitIf(!leaves, kPlainEnd);
+}
+
 constexpr ElementTraits svgTraits(std::uint32_t name) {
-  if (kSpecialSvg.contains(name)) return kSpecial | kItemLimit | kScopeLimit | kHtmlPoint;
-  return name == id(Element::style) ? kPopHook | kStyleText : 0;
+  constexpr ElementTraits kLimits = kSpecial | kItemLimit | kScopeLimit;
+  if (kSpecialSvg.contains(name)) return foreignTraits(name) | kLimits | kHtmlPoint;
+  if (name == id(Element::style)) return kForeign | kPopHook | kStyleText;
+  return foreignTraits(name);
 }
 
 // isHtmlPoint  whether an annotation-xml is one, by its attribute `encoding`
 constexpr ElementTraits mathmlTraits(std::uint32_t name, bool isHtmlPoint) {
-  if (!kSpecialMathml.contains(name)) return 0;
-  constexpr ElementTraits kLimits = kSpecial | kItemLimit | kScopeLimit;
+  if (!kSpecialMathml.contains(name)) return foreignTraits(name);
+  const ElementTraits kLimits = foreignTraits(name) | kSpecial | kItemLimit | kScopeLimit;
   if (name != id(Element::annotationXml)) return kLimits | kMathTextPoint;
   return isHtmlPoint ? kLimits | kHtmlPoint : kLimits;
 }

@@ -10,23 +10,6 @@ constexpr std::size_t kMostOfAKind = 3;
 
 }  // namespace
 
-std::uint32_t FormattingList::makeNode(NameNumber name) {
-  std::uint32_t node = 0;
-  if (free_.empty()) {
-    node = static_cast<std::uint32_t>(nodes_.size());
-    nodes_.emplace_back();
-  } else {
-    node = free_.back();
-    free_.pop_back();
-  }
-  nodes_[node] = {};
-  nodes_[node].name = name;
-  nodes_[node].slot = kNone;
-  nodes_[node].segment = segment_;
-  nodes_[node].kind = kNone;
-  return node;
-}
-
 void FormattingList::link(std::uint32_t node, std::uint32_t earlier) {
   FormattingNode& entry = nodes_[node];
   entry.earlier = earlier;
@@ -42,11 +25,10 @@ void FormattingList::link(std::uint32_t node, std::uint32_t earlier) {
 
 // Between its neighbours; where no number is left between them, all get new ones.
 void FormattingList::setOrder(std::uint32_t node) {
-  constexpr std::uint64_t kStep = std::uint64_t{1} << 32;
   FormattingNode& entry = nodes_[node];
   const std::uint64_t before = entry.earlier == kNone ? 0 : nodes_[entry.earlier].order;
   if (entry.later == kNone) {
-    entry.order = before + kStep;
+    entry.order = before + kOrderStep;
     return;
   }
   entry.order = before + (nodes_[entry.later].order - before) / 2;
@@ -55,7 +37,7 @@ void FormattingList::setOrder(std::uint32_t node) {
   while (nodes_[first].earlier != kNone) first = nodes_[first].earlier;
   std::uint64_t order = 0;
   for (std::uint32_t at = first; at != kNone; at = nodes_[at].later) {
-    nodes_[at].order = order += kStep;
+    nodes_[at].order = order += kOrderStep;
   }
   renumberRuns();
 }
@@ -102,38 +84,26 @@ void FormattingList::unlinkNamesake(std::uint32_t node) {
   }
 }
 
-std::uint32_t FormattingList::make(NameNumber name, std::uint32_t begin) {
-  const std::uint32_t node = makeNode(name);
-  nodes_[node].begin = begin;
-  return node;
-}
-
-void FormattingList::append(std::uint32_t node, std::uint32_t slot) {
-  nodes_[node].slot = slot;
-  open_.at(slot).formatting = node;
-  link(node, last_);
-  linkNamesake(node, newest_[nodes_[node].name]);
-}
-
 void FormattingList::pushMarker() {
   ++segment_;
-  const std::uint32_t node = makeNode(kUnknownName);
+  const std::uint32_t node = make(kUnknownName, 0);
+  at(node).slot = OpenElements::kRoot;  // it is never to be reopened
   link(node, last_);
 }
 
 void FormattingList::removeMarker() {
   const std::uint32_t node = last_;
   unlink(node);
-  free_.push_back(node);
+  free(node);
   --segment_;
 }
 
 void FormattingList::remove(std::uint32_t node) {
-  if (nodes_[node].slot != kNone) open_.at(nodes_[node].slot).formatting = kNone;
+  open_.at(nodes_[node].slot).formatting = kNone;
   unlink(node);
   unlinkNamesake(node);
   unlinkKind(node);
-  free_.push_back(node);
+  free(node);
 }
 
 // Elements of its own name or kind that come to stand after it are passed, which pages hardly do.

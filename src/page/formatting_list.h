@@ -20,17 +20,17 @@
 namespace pagescan::internal {
 
 struct FormattingNode {
-  std::uint32_t begin;    // of its start tag
-  NameNumber name;        // kUnknownName for a marker
-  std::uint32_t slot;     // in the stack of open elements, or kNone
-  std::uint32_t segment;  // markers before it
-  std::uint64_t order;    // grows along the list
-  std::uint32_t earlier, later;
-  std::uint32_t earlierNamesake, laterNamesake;
-  std::uint32_t kind;  // kNone: not asked for yet
-  std::uint32_t earlierOfKind, laterOfKind;
-  std::uint8_t note;
-  bool endsRun;
+  std::uint32_t begin = 0;         // of its start tag
+  NameNumber name = kUnknownName;  // that one for a marker
+  std::uint32_t slot = kNone;      // in the stack of open elements; of a marker, any
+  std::uint32_t segment = 0;       // markers before it
+  std::uint64_t order = 0;         // grows along the list
+  std::uint32_t earlier = kNone, later = kNone;
+  std::uint32_t earlierNamesake = kNone, laterNamesake = kNone;
+  std::uint32_t kind = kNone;  // kNone: not asked for yet
+  std::uint32_t earlierOfKind = kNone, laterOfKind = kNone;
+  std::uint8_t note = 0;
+  bool endsRun = false;
 };
 
 // Neighbours in the list that were reopened together. While open, they share one slot of the stack,
@@ -44,16 +44,17 @@ class FormattingList {
  public:
   // page  the bytes that FormattingNode::begin counts in; must outlive the list
   // open  knows of each open element its node here
-  FormattingList(std::string_view page, OpenElements& open) : page_(page), open_(open) {}
+  FormattingList(std::string_view page, OpenElements& open) : page_(page), open_(open) {
+    nodes_[kNone].slot = OpenElements::kRoot;
+  }
 
   std::uint32_t last() const { return last_; }
-  FormattingNode& at(std::uint32_t node) { return nodes_[node]; }
-  bool isMarker(std::uint32_t node) const { return nodes_[node].name == kUnknownName; }
+  FormattingNode& at(std::uint32_t node) { return nodes_.data()[node]; }
+  const FormattingNode& at(std::uint32_t node) const { return nodes_.data()[node]; }
+  bool isMarker(std::uint32_t node) const { return at(node).name == kUnknownName; }
 
   // Whether "reconstruct the active formatting elements" would open anything.
-  bool needsReconstruction() const {
-    return last_ != kNone && nodes_[last_].slot == kNone && nodes_[last_].name != kUnknownName;
-  }
+  bool needsReconstruction() const { return at(last_).slot == kNone; }
 
   // A new element, not yet in the list.
   std::uint32_t make(NameNumber name, std::uint32_t begin);
@@ -61,6 +62,8 @@ class FormattingList {
   std::uint32_t excessOfKind(std::uint32_t node);
   // Appends a new element, which is open at `slot`.
   void append(std::uint32_t node, std::uint32_t slot);
+  // Takes the last one out, which is in no run.
+  void removeLast();
   void pushMarker();
   void removeMarker();
   // Takes an element out, which is in no run.
@@ -79,19 +82,24 @@ class FormattingList {
   // Makes all nodes from `first` on nodes of no run.
   void dissolveRuns(std::uint32_t first);
   // Whether any element of this name stands in the list, before the last marker too.
-  bool holds(NameNumber name) const { return newest_[name] != kNone; }
+  bool holds(NameNumber name) const { return newest_.data()[name] != kNone; }
 
   // The last element of this name after the last marker, or kNone.
   std::uint32_t lastNamed(NameNumber name) const {
-    const std::uint32_t node = newest_[name];
-    return node != kNone && nodes_[node].segment == segment_ ? node : kNone;
+    const std::uint32_t node = newest_.data()[name];
+    return at(node).segment == segment_ ? node : kNone;
   }
 
   // Moves a node to just after another one.
   void moveAfter(std::uint32_t node, std::uint32_t other);
 
  private:
-  std::uint32_t makeNode(NameNumber name);
+  static constexpr std::uint64_t kOrderStep = std::uint64_t{1} << 32;
+
+  void free(std::uint32_t node) {
+    at(node).later = firstFree_;
+    firstFree_ = node;
+  }
   void renumberRuns();
   void link(std::uint32_t node, std::uint32_t earlier);
   void unlink(std::uint32_t node);
@@ -105,15 +113,59 @@ class FormattingList {
 
   std::string_view page_;
   OpenElements& open_;
-  std::vector<FormattingNode> nodes_;
-  std::vector<std::uint32_t> free_;
+  std::vector<FormattingNode> nodes_ = std::vector<FormattingNode>(1);  // that of kNone
+  std::uint32_t firstFree_ = kNone;                                     // linked by `later`
   std::uint32_t last_ = kNone;
   std::uint32_t segment_ = 0;
   std::vector<std::uint32_t> newest_ = std::vector<std::uint32_t>(kElementCount, kNone);  // by name
   std::map<std::string, std::uint32_t, std::less<>> kinds_;
-  std::vector<std::uint32_t> newestOfKind_;
+  std::vector<std::uint32_t> newestOfKind_ = {kNone};  // kinds are counted from 1
   std::map<std::uint64_t, FormattingRun> runs_;  // by the order of their first node
 };
+
+// --- what nearly all formatting elements of a page go through ---
+
+inline std::uint32_t FormattingList::make(NameNumber name, std::uint32_t begin) {
+  std::uint32_t node = firstFree_;
+  if (node == kNone) {
+    node = static_cast<std::uint32_t>(nodes_.size());
+    nodes_.emplace_back();
+  } else {
+    firstFree_ = at(node).later;
+    at(node) = {};
+  }
+  FormattingNode& entry = at(node);
+  entry.begin = begin;
+  entry.name = name;
+  entry.segment = segment_;
+  return node;
+}
+
+inline void FormattingList::append(std::uint32_t node, std::uint32_t slot) {
+  FormattingNode& entry = at(node);
+  entry.slot = slot;
+  open_.at(slot).formatting = node;
+  entry.order = at(last_).order + kOrderStep;
+  entry.earlier = last_;
+  at(last_).later = node;
+  last_ = node;
+  std::uint32_t& newest = newest_.data()[entry.name];
+  entry.earlierNamesake = newest;
+  at(newest).laterNamesake = node;
+  newest = node;
+}
+
+inline void FormattingList::removeLast() {
+  const std::uint32_t node = last_;
+  const FormattingNode& entry = at(node);
+  open_.at(entry.slot).formatting = kNone;
+  last_ = entry.earlier;
+  at(entry.earlier).later = kNone;
+  newest_.data()[entry.name] = entry.earlierNamesake;
+  at(entry.earlierNamesake).laterNamesake = kNone;
+  if (entry.kind != kNone) unlinkKind(node);
+  free(node);
+}
 
 }  // namespace pagescan::internal
 

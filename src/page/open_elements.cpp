@@ -11,11 +11,20 @@ void OpenElements::reserveNames(std::size_t count) {
   newestForeign_.resize(count, kNone);
 }
 
+void OpenElements::unlinkNamesake(std::uint32_t slot) {
+  const OpenElement& entry = at(slot);
+  if (entry.has(kRun)) return;
+  const std::uint32_t newer = newerNamesake(slot);
+  (newer == kNone ? newestOf(entry.space, entry.name) : at(newer).olderNamesake) =
+      entry.olderNamesake;
+  at(entry.olderNamesake).newerNamesake = newer;
+}
+
 // A removed slot answers for those who point at it with the answer of the element below.
 void OpenElements::remove(std::uint32_t slot) {
   if (slot == top_) return pop();
   OpenElement& entry = entries_[slot];
-  unlinkNamesake(entry);
+  unlinkNamesake(slot);
   if (entry.has(kPopHook)) noteClosed(slot);
   const OpenElement& below = entries_[entry.below];
   entries_[entry.below].above = entry.above;
@@ -34,12 +43,11 @@ void OpenElements::noteClosed(std::uint32_t slot) {
 // What only closing does (the form pointer, the ends of svg:style) is left out.
 std::vector<OpenElement> OpenElements::takeFrom(std::uint32_t slot) {
   std::vector<OpenElement> taken;
-  while (top_ != kNone && top_ >= slot) {
+  while (top_ >= slot) {
     taken.push_back(entries_[top_]);
-    unlinkNamesake(entries_[top_]);
+    unlinkNamesake(top_);
     top_ = entries_[top_].below;
   }
-  if (top_ != kNone) entries_[top_].above = kNone;
   std::reverse(taken.begin(), taken.end());
   return taken;
 }
@@ -52,12 +60,9 @@ void OpenElements::relocate(std::uint32_t from, std::uint32_t to, std::uint32_t 
   entry.itemLimit = entry.has(kItemLimit) ? to : itemLimit;
   entry.html = to;
   if (from == to) return;
-  if (entry.newerNamesake == kNone) {
-    newestOf(entry.space, entry.name) = to;
-  } else {
-    entries_[entry.newerNamesake].olderNamesake = to;
-  }
-  if (entry.olderNamesake != kNone) entries_[entry.olderNamesake].newerNamesake = to;
+  const std::uint32_t newer = newerNamesake(from);
+  (newer == kNone ? newestOf(entry.space, entry.name) : entries_[newer].olderNamesake) = to;
+  entries_[entry.olderNamesake].newerNamesake = to;
   if (form == from) form = to;
 }
 
@@ -66,12 +71,12 @@ std::uint32_t OpenElements::lift(std::uint32_t formatting, std::uint32_t block,
                                  std::uint32_t* newSlots) {
   OpenElement lifted = entries_[formatting];
   const std::uint32_t below = lifted.below;
-  const std::uint32_t above = entries_[block].above;
+  const std::uint32_t above = this->above(block);
   const std::uint32_t special = nearest(&OpenElement::special, formatting);
   const std::uint32_t itemLimit = nearest(&OpenElement::itemLimit, formatting);
-  unlinkNamesake(lifted);
-  std::uint32_t newer = lifted.newerNamesake;
-  while (newer != kNone && newer <= block) newer = entries_[newer].newerNamesake;
+  std::uint32_t newer = newerNamesake(formatting);
+  unlinkNamesake(formatting);
+  while (newer != kNone && newer <= block) newer = newerNamesake(newer);
 
   std::uint32_t lower = below;
   const auto place = [&](std::uint32_t from, std::uint32_t slot) {
@@ -99,7 +104,7 @@ std::uint32_t OpenElements::lift(std::uint32_t formatting, std::uint32_t block,
       newer == kNone ? newestOf(lifted.space, lifted.name) : entries_[newer].olderNamesake;
   lifted.olderNamesake = upper;
   upper = block;
-  if (lifted.olderNamesake != kNone) entries_[lifted.olderNamesake].newerNamesake = block;
+  entries_[lifted.olderNamesake].newerNamesake = block;
   entries_[block] = lifted;
   entries_[blockSlot].above = block;
   if (above == kNone) {

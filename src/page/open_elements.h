@@ -1,6 +1,6 @@
 // The stack of open elements (HTML Standard, 13.2.4.2), in which no question costs a walk.
 //
-//   slot      0     1     2     3     4     5
+//   slot      1     2     3     4     5     6
 //            html  body   b     x    div   div       `above` and `below` link the open ones;
 //                               |                    a slot in the middle that closed stays unused
 //   </b> takes b above the first div. x closes, div takes the slot of b, b that of div:
@@ -27,22 +27,26 @@
 
 namespace pagescan::internal {
 
-inline constexpr std::uint32_t kNone = 0xFFFFFFFF;
+// No slot, no node of the list of active formatting elements. There is an entry of this number,
+// which is never open: what links would have to look for first, it takes.
+inline constexpr std::uint32_t kNone = 0;
 
 // The name of an open element: a NameId, or above those a number of UnknownNames.
 using NameNumber = std::uint32_t;
 
-struct OpenElement {
-  std::uint32_t begin;  // of its start tag; of an implied one, of the token that implied it
-  NameNumber name;
-  Namespace space;
-  std::uint8_t note;
-  ElementTraits traits;
-  std::uint32_t below, above;
-  std::uint32_t olderNamesake, newerNamesake;
-  std::uint32_t scopeLimit, special, itemLimit;
-  std::uint32_t html;        // of a foreign element: the nearest HTML element below
-  std::uint32_t formatting;  // its node in the list of active formatting elements, or kNone
+struct alignas(64) OpenElement {
+  std::uint32_t begin = 0;  // of its start tag; of an implied one, of the token that implied it
+  NameNumber name = kUnknownName;
+  ElementTraits traits = 0;
+  Namespace space = Namespace::html;
+  std::uint8_t note = 0;
+  std::uint32_t below = kNone;
+  std::uint32_t above = kNone;  // not of the top
+  std::uint32_t olderNamesake = kNone;
+  std::uint32_t newerNamesake = kNone;  // not of the newest
+  std::uint32_t scopeLimit = kNone, special = kNone, itemLimit = kNone;
+  std::uint32_t html = kNone;        // of a foreign element: the nearest HTML element below
+  std::uint32_t formatting = kNone;  // its node in the list of active formatting elements
 
   bool is(Element element) const { return name == id(element) && space == Namespace::html; }
   bool has(ElementTraits trait) const { return (traits & trait) != 0; }
@@ -55,53 +59,41 @@ class OpenElements {
 
   bool empty() const { return top_ == kNone; }
   std::uint32_t top() const { return top_; }
-  OpenElement& at(std::uint32_t slot) { return entries_[slot]; }
-  const OpenElement& at(std::uint32_t slot) const { return entries_[slot]; }
-  OpenElement& current() { return entries_[top_]; }
-  const OpenElement& current() const { return entries_[top_]; }
+  OpenElement& at(std::uint32_t slot) { return entries_.data()[slot]; }
+  const OpenElement& at(std::uint32_t slot) const { return entries_.data()[slot]; }
+  OpenElement& current() { return at(top_); }
+  const OpenElement& current() const { return at(top_); }
+  // The slot of the first element that was opened.
+  static constexpr std::uint32_t kRoot = 1;
+  // The open element next above another, or kNone.
+  std::uint32_t above(std::uint32_t slot) const { return slot == top_ ? kNone : at(slot).above; }
 
   // Makes room for names below `count`.
   void reserveNames(std::size_t count);
 
   // Opens an element above all others and returns its slot.
   std::uint32_t push(Namespace space, NameNumber name, std::uint32_t begin, ElementTraits traits) {
-    const std::uint32_t slot = top_ + 1;  // 0 in an empty stack
-    if (slot == entries_.size()) entries_.resize(2 * entries_.size());
-    OpenElement& entry = entries_[slot];
-    entry.begin = begin;
-    entry.name = name;
-    entry.space = space;
-    entry.note = 0;
-    entry.traits = traits;
-    entry.below = top_;
-    entry.above = kNone;
-    entry.formatting = kNone;
-    if ((traits & kRun) == 0) {
-      std::uint32_t& newest = newestOf(space, name);
-      entry.olderNamesake = newest;
-      entry.newerNamesake = kNone;
-      if (newest != kNone) entries_[newest].newerNamesake = slot;
-      newest = slot;
-    }
-    entry.scopeLimit = entry.special = entry.itemLimit = entry.html = slot;
-    if (top_ != kNone) {
-      OpenElement& below = entries_[top_];
-      below.above = slot;
-      if ((traits & kScopeLimit) == 0) entry.scopeLimit = below.scopeLimit;
-      if ((traits & kSpecial) == 0) entry.special = below.special;
-      if ((traits & kItemLimit) == 0) entry.itemLimit = below.itemLimit;
-      if (space != Namespace::html) entry.html = below.html;
-    }
-    top_ = slot;
+    const std::uint32_t slot = pushUnnamed(space, name, begin, traits);
+    std::uint32_t& newest = newestOf(space, name);
+    at(slot).olderNamesake = newest;
+    at(newest).newerNamesake = slot;
+    newest = slot;
     return slot;
+  }
+  // The same for a run, which is no element of its name.
+  std::uint32_t pushRun(NameNumber name, std::uint32_t begin) {
+    return pushUnnamed(Namespace::html, name, begin, kRun);
   }
 
   void pop() {
-    const OpenElement& entry = entries_[top_];
-    unlinkNamesake(entry);
-    if (entry.has(kPopHook)) noteClosed(top_);
-    top_ = entry.below;
-    if (top_ != kNone) entries_[top_].above = kNone;
+    if (!current().has(kRun)) newestOf(current().space, current().name) = current().olderNamesake;
+    if (current().has(kPopHook)) noteClosed(top_);
+    top_ = current().below;
+  }
+  // The same, where it has neither kRun nor kPopHook.
+  void popPlain() {
+    newestOf(current().space, current().name) = current().olderNamesake;
+    top_ = current().below;
   }
 
   // Closes an element in the middle.
@@ -111,9 +103,9 @@ class OpenElements {
   std::vector<OpenElement> takeFrom(std::uint32_t slot);
 
   // The newest open element of a name, or kNone.
-  std::uint32_t newest(Element element) const { return newestHtml_[id(element)]; }
+  std::uint32_t newest(Element element) const { return newestHtml_.data()[id(element)]; }
   std::uint32_t newestNamed(NameNumber name) const {
-    return name < newestHtml_.size() ? newestHtml_[name] : kNone;
+    return name < newestHtml_.size() ? newestHtml_.data()[name] : kNone;
   }
   std::uint32_t newestForeign(NameNumber name) const {
     return name < newestForeign_.size() ? newestForeign_[name] : kNone;
@@ -126,15 +118,13 @@ class OpenElements {
   }
 
   std::uint32_t newestOfAny(std::initializer_list<Element> elements) const {
-    std::uint32_t found = 0;  // one more than the slot
-    for (const Element element : elements) found = std::max(found, newest(element) + 1);
-    return found - 1;
+    std::uint32_t found = kNone;
+    for (const Element element : elements) found = std::max(found, newest(element));
+    return found;
   }
 
   // Whether an open element, or kNone, is in the scope (13.2.4.2).
-  bool inScope(std::uint32_t slot) const {
-    return slot != kNone && slot >= entries_[top_].scopeLimit;
-  }
+  bool inScope(std::uint32_t slot) const { return slot >= current().scopeLimit; }
   bool inScope(Element element) const { return inScope(newest(element)); }
   bool inButtonScope(Element element) const {
     const std::uint32_t slot = newest(element);
@@ -162,7 +152,7 @@ class OpenElements {
                      std::size_t keptCount, std::uint32_t* newSlots);
 
   // The form element pointer follows its element about.
-  static constexpr std::uint32_t kFormClosed = kNone - 1;  // set, but no longer open
+  static constexpr std::uint32_t kFormClosed = 0xFFFFFFFF;  // set, but no longer open
   std::uint32_t form = kNone;
 
   // Starts of the svg:style elements that closed since the last call of takeClosedStyles.
@@ -171,33 +161,47 @@ class OpenElements {
 
  private:
   std::uint32_t& newestOf(Namespace space, NameNumber name) {
-    return space == Namespace::html ? newestHtml_[name] : newestForeign_[name];
+    return (space == Namespace::html ? newestHtml_ : newestForeign_).data()[name];
   }
   // Whether `slot` is at or above the newest open element of a name.
-  bool isAbove(std::uint32_t slot, Element element) const {
-    return slot + 1 >= newest(element) + 1;
+  bool isAbove(std::uint32_t slot, Element element) const { return slot >= newest(element); }
+
+  std::uint32_t pushUnnamed(Namespace space, NameNumber name, std::uint32_t begin,
+                            ElementTraits traits) {
+    const std::uint32_t slot = top_ + 1;
+    if (slot == entries_.size()) entries_.resize(2 * entries_.size());
+    OpenElement& below = at(top_);
+    OpenElement& entry = at(slot);
+    below.above = slot;
+    entry.begin = begin;
+    entry.name = name;
+    entry.traits = traits;
+    entry.space = space;
+    entry.note = 0;
+    entry.below = top_;
+    entry.scopeLimit = (traits & kScopeLimit) != 0 ? slot : below.scopeLimit;
+    entry.special = (traits & kSpecial) != 0 ? slot : below.special;
+    entry.itemLimit = (traits & kItemLimit) != 0 ? slot : below.itemLimit;
+    entry.html = space == Namespace::html ? slot : below.html;
+    entry.formatting = kNone;
+    top_ = slot;
+    return slot;
   }
 
-  void unlinkNamesake(const OpenElement& entry) {
-    if (entry.has(kRun)) return;
-    if (entry.newerNamesake == kNone) {
-      newestOf(entry.space, entry.name) = entry.olderNamesake;
-    } else {
-      entries_[entry.newerNamesake].olderNamesake = entry.olderNamesake;
-    }
-    if (entry.olderNamesake != kNone) {
-      entries_[entry.olderNamesake].newerNamesake = entry.newerNamesake;
-    }
+  // The open element of the same name that was opened next after it, or kNone.
+  std::uint32_t newerNamesake(std::uint32_t slot) {
+    return newestOf(at(slot).space, at(slot).name) == slot ? kNone : at(slot).newerNamesake;
   }
+  void unlinkNamesake(std::uint32_t slot);
 
   using Link = std::uint32_t OpenElement::*;
   std::uint32_t nearest(Link link, std::uint32_t from) {
-    std::uint32_t found = entries_[from].*link;
-    while (entries_[found].*link != found) found = entries_[found].*link;
+    std::uint32_t found = at(from).*link;
+    while (at(found).*link != found) found = at(found).*link;
     // Later questions go there at once.
-    for (std::uint32_t slot = from; entries_[slot].*link != found;) {
-      const std::uint32_t next = entries_[slot].*link;
-      entries_[slot].*link = found;
+    for (std::uint32_t slot = from; at(slot).*link != found;) {
+      const std::uint32_t next = at(slot).*link;
+      at(slot).*link = found;
       slot = next;
     }
     return found;

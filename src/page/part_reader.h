@@ -27,6 +27,7 @@ class PartReader {
   void read();
 
   // What the ElementReader calls.
+  static constexpr bool kTakesBareTags = false;  // no attribute, no place
   std::uint8_t startTag(const StartTag& tag);
   void rawText(const StartTag& tag, Span text);
   void svgStyleText(std::uint32_t owner, Span text, bool isCdata);

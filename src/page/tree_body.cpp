@@ -1,22 +1,8 @@
 // Start tags in the body (HTML Standard, 13.2.6.4.7).
-#include <algorithm>
-
 #include "page/body_rules.h"
 #include "page/tree_builder.h"
 
 namespace pagescan::internal {
-
-namespace {
-
-constexpr std::initializer_list<Element> kHeadings = {Element::h1, Element::h2, Element::h3,
-                                                      Element::h4, Element::h5, Element::h6};
-
-bool isOneOf(const OpenElement& entry, std::initializer_list<Element> elements) {
-  return std::any_of(elements.begin(), elements.end(),
-                     [&entry](Element element) { return entry.is(element); });
-}
-
-}  // namespace
 
 // The rules that most tags fall under; the others are startRareInBody's.
 TreeBuilder::Step TreeBuilder::startInBody(const TagToken& tag) {
@@ -64,7 +50,7 @@ void TreeBuilder::startStructure(const TagToken& tag, StartRule rule) {
   switch (rule) {
     case StartRule::html:
       // The html element above a fragment is no part of it.
-      if (!options_.context.isFragment && !open_.isOpen(Element::template_)) merge(0);
+      if (!options_.context.isFragment && !open_.isOpen(Element::template_)) merge(OpenElements::kRoot);
       break;
     case StartRule::body:
       startBody();
@@ -78,7 +64,7 @@ void TreeBuilder::startStructure(const TagToken& tag, StartRule rule) {
 // What closes an open p element first.
 void TreeBuilder::startBlock(const TagToken& tag, StartRule rule) {
   if (rule != StartRule::table || quirks_ != QuirksMode::full) closePInButtonScope();
-  if (rule == StartRule::heading && isOneOf(open_.current(), kHeadings)) pop();
+  if (rule == StartRule::heading && open_.current().has(kHeading)) pop();
   insert(tag);
   if (rule == StartRule::heading) return;
   framesetOk_ = false;
@@ -297,23 +283,24 @@ void TreeBuilder::startOption(const TagToken& tag) {
 
 // The body is the second element, if there is one.
 bool TreeBuilder::hasBody() const {
-  const std::uint32_t second = open_.at(0).above;
+  const std::uint32_t second = open_.above(OpenElements::kRoot);
   return second != kNone && open_.at(second).is(Element::body);
 }
 
 void TreeBuilder::startBody() {
   if (!hasBody() || open_.isOpen(Element::template_)) return;
   framesetOk_ = false;
-  merge(open_.at(0).above);
+  merge(open_.above(OpenElements::kRoot));
 }
 
 void TreeBuilder::startFrameset(const TagToken& tag) {
   if (!hasBody() || !framesetOk_) return;
-  const std::uint32_t body = open_.at(0).above;
+  const std::uint32_t body = open_.above(OpenElements::kRoot);
   const std::uint32_t bodyBegin = open_.at(body).begin;
   popTo(body);
   insert(tag);
-  verdict_.leaving = bodyBegin;
+  verdict_.bodyLeaves = true;
+  verdict_.bodyBegin = bodyBegin;
   mode_ = Mode::inFrameset;
 }
 

@@ -142,8 +142,8 @@ bool TreeBuilder::adoptOnce(NameNumber name) {
 
 // The special element next above an open one, or kNone.
 std::uint32_t TreeBuilder::furthestBlock(std::uint32_t slot) const {
-  std::uint32_t block = open_.at(slot).above;
-  while (block != kNone && !open_.at(block).has(kSpecial)) block = open_.at(block).above;
+  std::uint32_t block = open_.above(slot);
+  while (block != kNone && !open_.at(block).has(kSpecial)) block = open_.above(block);
   return block;
 }
 

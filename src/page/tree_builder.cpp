@@ -12,6 +12,7 @@ TreeBuilder::TreeBuilder(std::string_view page, const Options& options, NameNumb
   if (!context.isFragment) return;
   quirks_ = options.quirks ? QuirksMode::full : QuirksMode::none;
   pushHtml(id(Element::html), 0);
+  if (context.space != Namespace::html) open_.current().traits |= kForeign;
   // Only a page with a body of its own asks for it.
   const bool isHtml = context.space == Namespace::html;
   framesetOk_ = isHtml && context.name == id(Element::html);
@@ -25,7 +26,7 @@ const Verdict& TreeBuilder::startTag(const TagToken& tag) {
   verdict_.kind = Verdict::dropped;
   verdict_.content = ContentState::data;
   verdict_.slot = kNone;
-  verdict_.leaving = kNone;
+  verdict_.bodyLeaves = false;
   Step step = Step::again;
   if (mode_ == Mode::inBody && open_.current().space == Namespace::html && !atContext()) {
     step = startInBody(tag);  // what nearly all tags come to
@@ -232,7 +233,8 @@ void TreeBuilder::pop() {
 }
 
 void TreeBuilder::popTo(std::uint32_t slot) {
-  while (!open_.empty() && open_.top() >= slot) pop();
+  if (slot == kNone) return;
+  while (open_.top() >= slot) pop();
 }
 
 void TreeBuilder::generateImpliedEnds(NameNumber except) {
@@ -268,7 +270,7 @@ void TreeBuilder::resetMode() {
 }
 
 TreeBuilder::Mode TreeBuilder::modeAt(std::uint32_t slot) const {
-  const bool isLast = slot == 0;
+  const bool isLast = slot == OpenElements::kRoot;
   Element element = static_cast<Element>(open_.at(slot).name);
   if (isLast && options_.context.isFragment) {
     if (options_.context.space != Namespace::html) return Mode::inBody;

@@ -13,11 +13,12 @@
 #include <string_view>
 #include <vector>
 
-#include "page/body_rules.h"
 #include "page/doctype.h"
 #include "page/element_traits.h"
 #include "page/formatting_list.h"
+#include "page/insertion_mode.h"
 #include "page/open_elements.h"
+#include "page/plain_tags.h"
 #include "page/raw_text.h"
 #include "page/tag_scanner.h"
 #include "page/text_units.h"
@@ -53,7 +54,8 @@ struct Verdict {
   NameNumber parentName = kUnknownName;
   std::uint8_t parentNote = 0;
   std::uint32_t slot = kNone;     // where it is open; kNone for one without content
-  std::uint32_t leaving = kNone;  // start of the body that this frameset replaces
+  bool bodyLeaves = false;        // this frameset replaces the body
+  std::uint32_t bodyBegin = 0;    // which started there
 };
 
 class TreeBuilder {
@@ -72,6 +74,11 @@ class TreeBuilder {
   TreeBuilder(std::string_view page, const Options& options, NameNumber nameCount);
 
   // --- tokens ---
+  // A start tag whose row in plain_tags.h holds here: opens its element, if it has content, and
+  // returns the row. Null for any other tag, of which nothing is done.
+  const PlainTag* startPlain(NameNumber name, std::uint32_t begin);
+  // An end tag that closes the current node and does nothing else. False for any other one.
+  bool endPlain(NameNumber name);
   const Verdict& startTag(const TagToken& tag);
   void endTag(NameNumber name, std::uint32_t begin);
   void doctype(const Doctype& doctype);
@@ -82,8 +89,13 @@ class TreeBuilder {
   void cdata(const char* begin, const char* end);
   void endOfPage();
 
-  // Keeps the handler's note with the element of the last verdict.
-  void setNote(std::uint8_t note);
+  // Keeps the handler's note with an open element.
+  void setNote(std::uint32_t slot, std::uint8_t note);
+  // The same with the element of the last verdict.
+  void setNote(std::uint8_t note) {
+    const std::uint32_t slot = verdict_.kind == Verdict::merged ? mergedSlot_ : verdict_.slot;
+    if (slot != kNone) setNote(slot, note);
+  }
   // The note of the html or body element into which the last verdict merged.
   std::uint8_t noteOfMerged() const { return open_.at(mergedSlot_).note; }
 
@@ -106,27 +118,9 @@ class TreeBuilder {
   OpenElements& openElements() { return open_; }
 
  private:
-  enum class Mode : std::uint8_t {
-    initial,
-    beforeHtml,
-    beforeHead,
-    inHead,
-    inHeadNoscript,
-    afterHead,
-    inBody,
-    inTable,
-    inCaption,
-    inColumnGroup,
-    inTableBody,
-    inRow,
-    inCell,
-    inTemplate,
-    afterBody,
-    inFrameset,
-    afterFrameset,
-    afterAfterBody,
-    afterAfterFrameset,
-  };
+  using Mode = InsertionMode;
+  // Of tables with a row for each known name, the first of which is that of all others.
+  static NameNumber rowOf(NameNumber name) { return name < kElementCount ? name : kUnknownName; }
   static bool textIsFlow(Mode mode) {
     return mode >= Mode::inBody && mode <= Mode::inTemplate && mode != Mode::inColumnGroup;
   }
@@ -134,7 +128,7 @@ class TreeBuilder {
   enum class Step : std::uint8_t { done, again };
 
   // --- insertion: tree_builder.cpp ---
-  bool atContext() const { return options_.context.isFragment && open_.top() == 0; }
+  bool atContext() const { return options_.context.isFragment && open_.top() == OpenElements::kRoot; }
   bool currentIsForeign() const {
     return open_.current().space != Namespace::html ||
            (atContext() && options_.context.space != Namespace::html);
@@ -297,9 +291,35 @@ class TreeBuilder {
 
 // --- what every element goes through ---
 
-inline void TreeBuilder::setNote(std::uint8_t note) {
-  const std::uint32_t slot = verdict_.kind == Verdict::merged ? mergedSlot_ : verdict_.slot;
-  if (slot == kNone) return;
+inline const PlainTag* TreeBuilder::startPlain(NameNumber name, std::uint32_t begin) {
+  const PlainTag& row = kPlainTags[rowOf(name)];
+  if (!row.modes.contains(mode_) || open_.current().has(row.notUnder)) return nullptr;
+  const bool hasP = open_.isOpen(Element::p);
+  const bool hasToReopen = formatting_.needsReconstruction();
+  if ((row.endsP & hasP) | (row.reopens & hasToReopen)) return nullptr;
+  if (row.isFormatting && formatting_.holds(name)) return nullptr;
+  skipsNewline_ = false;
+  framesetOk_ = framesetOk_ && row.leavesFramesetOk;
+  if (!row.hasContent) return &row;
+  const std::uint32_t slot = open_.push(Namespace::html, name, begin, kHtmlTraits[rowOf(name)]);
+  if (row.isFormatting) formatting_.append(formatting_.make(name, begin), slot);
+  return &row;
+}
+
+inline bool TreeBuilder::endPlain(NameNumber name) {
+  if (!kBodyModes.contains(mode_)) return false;
+  const OpenElement& current = open_.current();
+  if (current.name != name || !current.has(kPlainEnd)) return false;
+  if (current.formatting != kNone) {
+    if (current.formatting != formatting_.last()) return false;
+    formatting_.removeLast();
+  }
+  skipsNewline_ = false;
+  open_.popPlain();
+  return true;
+}
+
+inline void TreeBuilder::setNote(std::uint32_t slot, std::uint8_t note) {
   OpenElement& entry = open_.at(slot);
   entry.note = note;
   if (entry.formatting != kNone) formatting_.at(entry.formatting).note = note;
@@ -323,8 +343,7 @@ inline void TreeBuilder::reportElement(Namespace space, NameNumber name) {
 
 inline std::uint32_t TreeBuilder::pushHtml(NameNumber name, std::uint32_t begin) {
   if (name == id(Element::template_)) ++templates_;
-  const ElementTraits traits = name < kElementCount ? kHtmlTraits[name] : ElementTraits{0};
-  return open_.push(Namespace::html, name, begin, traits);
+  return open_.push(Namespace::html, name, begin, kHtmlTraits[rowOf(name)]);
 }
 
 inline std::uint32_t TreeBuilder::insertNamed(const TagToken& tag, NameNumber name) {

@@ -55,7 +55,7 @@ TreeBuilder::Step TreeBuilder::endForeign(NameNumber name) {
     leaveForeign();
     return Step::again;
   }
-  if (open_.top() == 0) return Step::done;
+  if (open_.top() == OpenElements::kRoot) return Step::done;
   const std::uint32_t slot = open_.newestForeign(name);
   if (slot == kNone || slot < open_.nearestHtml()) return Step::again;
   popTo(slot);

@@ -62,7 +62,7 @@ void TreeBuilder::pushFormatting(std::uint32_t node) {
 // The entry of a run that ends with `last`.
 void TreeBuilder::pushRun(std::uint32_t last) {
   FormattingNode& entry = formatting_.at(last);
-  entry.slot = open_.push(Namespace::html, entry.name, entry.begin, kRun);
+  entry.slot = open_.pushRun(entry.name, entry.begin);
   open_.at(entry.slot).note = entry.note;
   open_.at(entry.slot).formatting = last;
 }
@@ -112,7 +112,7 @@ void TreeBuilder::spreadRunFrom(std::uint32_t node) {
   const std::uint32_t form = open_.form;
   const std::uint32_t slot = formatting_.at(run.last).slot;
   std::vector<std::uint32_t> slots;  // of what was above
-  for (std::uint32_t at = slot; at != kNone; at = open_.at(at).above) slots.push_back(at);
+  for (std::uint32_t at = slot; at != kNone; at = open_.above(at)) slots.push_back(at);
   const std::vector<OpenElement> taken = open_.takeFrom(slot);
   formatting_.at(run.last).slot = kNone;
   formatting_.splitRun(node, false);
@@ -123,7 +123,9 @@ void TreeBuilder::spreadRunFrom(std::uint32_t node) {
   }
   for (std::size_t i = 1; i < taken.size(); ++i) {
     const OpenElement& old = taken[i];
-    const std::uint32_t pushed = open_.push(old.space, old.name, old.begin, old.traits);
+    const std::uint32_t pushed = old.has(kRun)
+                                     ? open_.pushRun(old.name, old.begin)
+                                     : open_.push(old.space, old.name, old.begin, old.traits);
     open_.at(pushed).note = old.note;
     open_.at(pushed).formatting = old.formatting;
     if (old.formatting != kNone) formatting_.at(old.formatting).slot = pushed;
@@ -135,10 +137,10 @@ void TreeBuilder::spreadRunFrom(std::uint32_t node) {
 void TreeBuilder::spreadRunsAbove(std::uint32_t slot) {
   std::uint32_t below = slot;
   for (;;) {
-    const std::uint32_t at = open_.at(below).above;
+    const std::uint32_t at = open_.above(below);
     if (at == kNone || open_.at(at).has(kSpecial)) return;
     if (open_.at(at).has(kRun)) spreadRunFrom(formatting_.runOf(open_.at(at).formatting)->first);
-    below = open_.at(below).above;
+    below = open_.above(below);
   }
 }
 

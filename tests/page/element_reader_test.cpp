@@ -19,6 +19,7 @@ class Journal {
  public:
   explicit Journal(std::string_view page) : page_(page) {}
 
+  static constexpr bool kTakesBareTags = true;
   std::uint8_t startTag(const StartTag& tag) {
     const char* const spaces[] = {"", "svg:", "math:"};
     line(std::string(spaces[static_cast<int>(tag.space)]) + std::string(elementName(tag.name)));
@@ -140,28 +141,31 @@ TEST(ElementReader, ReadsAFragmentAsTheContentOfADiv) {
   EXPECT_EQ(journalOf("<p><table>", options), "p<html; table<p");
 }
 
+struct NamesHandler {
+  static constexpr bool kTakesBareTags = true;
+  std::uint8_t startTag(const StartTag& tag) {
+    seen.push_back(tag.name);
+    for (std::uint32_t i = 0; i < tag.attributeCount; ++i) seen.push_back(tag.attributes[i].name);
+    return 0;
+  }
+  void rawText(const StartTag&, Span) {}
+  void svgStyleText(std::uint32_t, Span, bool) {}
+  void svgStyleEnds(std::uint32_t) {}
+  void bodyLeaves(std::uint32_t) {}
+  std::vector<NameId> seen;
+};
+
 TEST(ElementReader, KnowsACallersNames) {
   ExtraNames elements(kElementCount);
   ExtraNames attributes(kAttributeCount);
   const NameId card = elements.add("X-Card");
   const NameId image = attributes.add("image");
-  struct Handler {
-    std::uint8_t startTag(const StartTag& tag) {
-      seen.push_back(tag.name);
-      for (std::uint32_t i = 0; i < tag.attributeCount; ++i) seen.push_back(tag.attributes[i].name);
-      return 0;
-    }
-    void rawText(const StartTag&, Span) {}
-    void svgStyleText(std::uint32_t, Span, bool) {}
-    void svgStyleEnds(std::uint32_t) {}
-    void bodyLeaves(std::uint32_t) {}
-    std::vector<NameId> seen;
-  } handler;
+  NamesHandler handler;
   ReaderOptions options;
   options.elements = &elements;
   options.attributes = &attributes;
   const std::string_view page = "<x-card IMAGE=a other image=b src=c></x-card><x-other>";
-  ElementReader<Handler> reader(page, options, handler);
+  ElementReader<NamesHandler> reader(page, options, handler);
   reader.read();
   EXPECT_EQ(handler.seen, (std::vector<NameId>{card, image, id(Attribute::src), kUnknownName}));
 }

@@ -44,6 +44,7 @@ class ElementRecorder {
  public:
   explicit ElementRecorder(std::string_view page) : page_(page) {}
 
+  static constexpr bool kTakesBareTags = true;
   std::uint8_t startTag(const StartTag& tag) {
     SeenElement element;
     std::string name = tokenizedName(page_.substr(tag.nameBegin, tag.nameEnd - tag.nameBegin));

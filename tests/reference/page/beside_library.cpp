@@ -93,6 +93,7 @@ class FactCollector {
  public:
   explicit FactCollector(std::string_view bytes) : bytes_(bytes) {}
 
+  static constexpr bool kTakesBareTags = true;
   std::uint8_t startTag(const library::StartTag& tag) {
     const bool ofHtml = tag.merged && tag.is(library::Element::html);
     if (!tag.merged) {
