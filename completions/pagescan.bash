@@ -9,8 +9,8 @@ _pagescan() {
   local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
   local command=${COMP_WORDS[1]} words=
 
-  if ((COMP_CWORD == 1)); then words='inventory links css resolve encode decode flavour entities utf8 scrub help --help --version'; fi
-  if ((COMP_CWORD == 2)) && [[ $command == help ]]; then words='inventory links css resolve encode decode flavour entities utf8 scrub'; fi
+  if ((COMP_CWORD == 1)); then words='inventory rewrite links css resolve encode decode flavour entities utf8 scrub help --help --version'; fi
+  if ((COMP_CWORD == 2)) && [[ $command == help ]]; then words='inventory rewrite links css resolve encode decode flavour entities utf8 scrub'; fi
   case "$command $previous" in
     'inventory --url') return ;;
     'inventory --charset') return ;;
@@ -21,6 +21,19 @@ _pagescan() {
     'inventory --format') words='table jsonl urls' ;;
     'inventory --jobs') return ;;
     'inventory --files-from') _pagescan_files && return ;;
+    'rewrite --map') return ;;
+    'rewrite --template') return ;;
+    'rewrite --edits') _pagescan_files && return ;;
+    'rewrite --kind') words='load navigation form ping connection base metadata identifier fragment script dead' ;;
+    'rewrite --url') return ;;
+    'rewrite --charset') return ;;
+    'rewrite --scripting') words='on off' ;;
+    'rewrite --profile') words='standard lazy meta data' ;;
+    'rewrite --places') _pagescan_files && return ;;
+    'rewrite --base-url-from-path') return ;;
+    'rewrite --output') _pagescan_files && return ;;
+    'rewrite --jobs') return ;;
+    'rewrite --files-from') _pagescan_files && return ;;
     'links --base') return ;;
     'links --format') words='table jsonl urls' ;;
     'links --files-from') _pagescan_files && return ;;
@@ -43,6 +56,7 @@ _pagescan() {
   if [[ -z $words && $current == -* ]]; then
     case $command in
       inventory) words='-h --help --url --charset --scripting --profile --places --css --kind --format --jobs --files-from -0 --null' ;;
+      rewrite) words='-h --help --absolute --relative --map --template --edits --kind --url --charset --scripting --profile --places --css --base-url-from-path --dry-run --in-place -o --output --jobs --files-from -0 --null' ;;
       links) words='-h --help --no-rel --base --format --files-from -0 --null' ;;
       css) words='-h --help --declarations --base --format --files-from -0 --null' ;;
       resolve) words='-h --help --base --encoding --format' ;;
@@ -59,7 +73,7 @@ _pagescan() {
     return
   fi
   case $command in
-    inventory | links | css | entities | utf8 | scrub) _pagescan_files ;;
+    inventory | rewrite | links | css | entities | utf8 | scrub) _pagescan_files ;;
   esac
 }
 

@@ -4,7 +4,7 @@ complete -c pagescan -f
 complete -c pagescan -n __fish_use_subcommand -s h -l help -d 'Print this help and exit'
 complete -c pagescan -n __fish_use_subcommand -l version -d 'Print the version and exit'
 complete -c pagescan -n __fish_use_subcommand -a help -d 'Prints the help of a command'
-complete -c pagescan -n '__fish_seen_subcommand_from help' -a 'inventory links css resolve encode decode flavour entities utf8 scrub'
+complete -c pagescan -n '__fish_seen_subcommand_from help' -a 'inventory rewrite links css resolve encode decode flavour entities utf8 scrub'
 
 complete -c pagescan -n __fish_use_subcommand -a inventory -d 'Lists every URL that pages carry, as browsers read them'
 complete -c pagescan -n '__fish_seen_subcommand_from inventory' -F
@@ -20,6 +20,29 @@ complete -c pagescan -n '__fish_seen_subcommand_from inventory' -l format -x -a 
 complete -c pagescan -n '__fish_seen_subcommand_from inventory' -l jobs -x -d 'Read N inputs at a time'
 complete -c pagescan -n '__fish_seen_subcommand_from inventory' -l files-from -r -F -d 'Read the files named in FILE too, a name a line'
 complete -c pagescan -n '__fish_seen_subcommand_from inventory' -s 0 -l null -d 'The names in that FILE end with NUL bytes, as find -print0 writes them'
+
+complete -c pagescan -n __fish_use_subcommand -a rewrite -d 'Writes other URLs into pages and style sheets'
+complete -c pagescan -n '__fish_seen_subcommand_from rewrite' -F
+complete -c pagescan -n '__fish_seen_subcommand_from rewrite' -s h -l help -d 'Print this help and exit'
+complete -c pagescan -n '__fish_seen_subcommand_from rewrite' -l absolute -d 'Write every URL in full'
+complete -c pagescan -n '__fish_seen_subcommand_from rewrite' -l relative -d 'Write URLs as short as the page'\''s own allows'
+complete -c pagescan -n '__fish_seen_subcommand_from rewrite' -l map -x -d 'Where a URL begins with FROM, let it begin with TO'
+complete -c pagescan -n '__fish_seen_subcommand_from rewrite' -l template -x -d 'Write TEXT with the URL, percent-encoded, in the place of {}'
+complete -c pagescan -n '__fish_seen_subcommand_from rewrite' -l edits -r -F -d 'Make the edits that FILE lists, a JSON object a line'
+complete -c pagescan -n '__fish_seen_subcommand_from rewrite' -l kind -x -a 'load navigation form ping connection base metadata identifier fragment script dead' -d 'Rewrite this kind alone'
+complete -c pagescan -n '__fish_seen_subcommand_from rewrite' -l url -x -d 'Where the pages come from'
+complete -c pagescan -n '__fish_seen_subcommand_from rewrite' -l charset -x -d 'Their character set by the word of a server'
+complete -c pagescan -n '__fish_seen_subcommand_from rewrite' -l scripting -x -a 'on off' -d 'Whether scripts run, on by default'
+complete -c pagescan -n '__fish_seen_subcommand_from rewrite' -l profile -x -a 'standard lazy meta data' -d 'Look at further places'
+complete -c pagescan -n '__fish_seen_subcommand_from rewrite' -l places -r -F -d 'Read a table of further places from FILE'
+complete -c pagescan -n '__fish_seen_subcommand_from rewrite' -l css -d 'The inputs are style sheets'
+complete -c pagescan -n '__fish_seen_subcommand_from rewrite' -l base-url-from-path -x -d 'The files in FOLDER come from URL and their path in it'
+complete -c pagescan -n '__fish_seen_subcommand_from rewrite' -l dry-run -d 'Write no file, show what would change'
+complete -c pagescan -n '__fish_seen_subcommand_from rewrite' -l in-place -d 'Replace the files, each as a whole'
+complete -c pagescan -n '__fish_seen_subcommand_from rewrite' -s o -l output -r -F -d 'Write to FILE'
+complete -c pagescan -n '__fish_seen_subcommand_from rewrite' -l jobs -x -d 'Read N inputs at a time'
+complete -c pagescan -n '__fish_seen_subcommand_from rewrite' -l files-from -r -F -d 'Read the files named in FILE too, a name a line'
+complete -c pagescan -n '__fish_seen_subcommand_from rewrite' -s 0 -l null -d 'The names in that FILE end with NUL bytes, as find -print0 writes them'
 
 complete -c pagescan -n __fish_use_subcommand -a links -d 'Lists the URL-bearing attributes of pages, one a line'
 complete -c pagescan -n '__fish_seen_subcommand_from links' -F

@@ -14,7 +14,7 @@ namespace {
 
 constexpr char kPurpose[] =
     "Finds, resolves and cleans the URLs of HTML pages and style text.\n"
-    "Each command is a part of the libraries libpagescan-page (inventory, resolve) and\n"
+    "Each command is a part of the libraries libpagescan-page (inventory, rewrite, resolve) and\n"
     "libpagescan on the command line.\n";
 
 constexpr char kExamples[] =
@@ -63,8 +63,8 @@ ExitStatus answer(const CLI::App& app, const CLI::ParseError& error, Output& out
 std::unique_ptr<CLI::App> makeApp(Job& job) {
   auto app = std::make_unique<CLI::App>(kPurpose);
   describe(*app);
-  for (const auto add : {addInventory, addLinks, addCss, addResolve, addEncode, addDecode,
-                         addFlavour, addEntities, addUtf8, addScrub}) {
+  for (const auto add : {addInventory, addRewrite, addLinks, addCss, addResolve, addEncode,
+                         addDecode, addFlavour, addEntities, addUtf8, addScrub}) {
     add(*app, job);
   }
   app->formatter(helpFormatter(13));

@@ -8,8 +8,9 @@ namespace {
 
 using testing::PrintToString;
 
-const std::vector<std::string> kCommands = {"inventory", "resolve", "links",    "css",  "encode",
-                                            "decode",    "flavour", "entities", "utf8", "scrub"};
+const std::vector<std::string> kCommands = {"inventory", "rewrite", "resolve", "links",
+                                            "css",       "encode",  "decode",  "flavour",
+                                            "entities",  "utf8",    "scrub"};
 
 bool contains(const std::string& text, const std::string& part) {
   return text.find(part) != std::string::npos;

@@ -20,6 +20,7 @@ inline constexpr char kScrubCommands[] = "Cleaning pages";
 using Job = std::function<ExitStatus(Output& output)>;
 
 void addInventory(CLI::App& app, Job& job);
+void addRewrite(CLI::App& app, Job& job);
 void addResolve(CLI::App& app, Job& job);
 void addLinks(CLI::App& app, Job& job);
 void addCss(CLI::App& app, Job& job);

@@ -73,26 +73,20 @@ class Inventory {
       output_.write(name, lines);
       lines.clear();
     };
-    return options_.isCss ? listSheet(input.bytes, name, lines, spill)
-                          : listPage(input.bytes, name, lines, spill);
+    return options_.reading.isCss ? listSheet(input.bytes, name, lines, spill)
+                                  : listPage(input.bytes, name, lines, spill);
   }
 
   std::string listPage(std::string_view bytes, const std::string& name, std::string& lines,
                        const std::function<void()>& spill) const {
-    PageOptions options;
-    options.url = options_.url;
-    options.charset = options_.charset;
-    options.scripting = options_.hasScripting;
-    options.profiles = options_.profiles;
-    options.places = options_.places ? &*options_.places : nullptr;
-    const Page page(bytes, options);
+    const Page page(bytes, options_.reading.pageOptions());
     options_.lines.append(page, name, lines, spill);
     return std::string(page.error());
   }
 
   std::string listSheet(std::string_view bytes, const std::string& name, std::string& lines,
                         const std::function<void()>& spill) const {
-    const StyleSheet sheet(bytes, {options_.url, options_.charset});
+    const StyleSheet sheet(bytes, options_.reading.sheetOptions());
     options_.lines.append(sheet, name, lines, spill);
     return std::string(sheet.error());
   }

@@ -2,24 +2,17 @@
 #ifndef PAGESCAN_TOOL_INVENTORY_RUN_H
 #define PAGESCAN_TOOL_INVENTORY_RUN_H
 
-#include <optional>
-#include <string>
-
+#include "commands/reading_options.h"
 #include "exit_status.h"
 #include "input_files.h"
 #include "output/output.h"
 #include "output/reference_lines.h"
-#include "pagescan/page.h"
 
 namespace pagescan::tool {
 
 struct InventoryOptions {
-  std::string url, charset;  // as for PageOptions
-  bool hasScripting = true;
-  Profiles profiles = 0;
-  std::optional<Places> places;
-  bool isCss = false;  // the inputs are style sheets
-  unsigned jobs = 1;   // threads
+  Reading reading;
+  unsigned jobs = 1;  // threads
   ReferenceLines lines;
 };
 
