@@ -17,6 +17,7 @@ Kernels withSearches(const SearchKernels& searches) {
   kernels.findTag = searches.findTag;
   kernels.findMark = searches.findMark;
   kernels.findStyleMark = searches.findStyleMark;
+  kernels.urlBytes = searches.urlBytes;
   return kernels;
 }
 

@@ -94,6 +94,15 @@ struct StylePlace {
   const char* floor;  // not after `at`: the end of the last string, comment or url
 };
 
+// Of up to 64 bytes of a link, a bit for each that is in a set; the lowest is of the first byte.
+struct UrlBytes {
+  std::uint64_t changed;     // not in kKeptUrlBytes (url_bytes.h)
+  std::uint64_t ampersands;  // "&"
+  std::uint64_t slashes;     // "/"
+  std::uint64_t dots;        // "." and "%"
+  std::uint64_t hostBytes;   // in kKeptHostBytes
+};
+
 struct Kernels {
   // The first place of the needle, or `end`.
   const char* (*findText)(const char* begin, const char* end, const Needle& needle);
@@ -154,6 +163,9 @@ struct Kernels {
 
   // The first quote, backslash, round bracket, or byte of 01 to 20 and 7F; or `end`.
   const char* (*findUrlMark)(const char* begin, const char* end);
+
+  // What bytes of a link are, from 1 to 64 of them.
+  UrlBytes (*urlBytes)(const char* begin, std::size_t size);
 };
 
 extern const Kernels* activeKernels;

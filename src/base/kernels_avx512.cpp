@@ -156,6 +156,35 @@ class StyleStarts512 {
   __m512i functions_ = _mm512_loadu_si512(kFunctionStarts.data());
 };
 
+// The sets of url_bytes.h that an ASCII byte is not in and is in.
+constexpr unsigned char kChanged = 1;
+constexpr unsigned char kHostByte = 2;
+constexpr std::array<unsigned char, 128> kUrlSets = [] {
+  std::array<unsigned char, 128> sets{};
+  for (std::size_t i = 0; i < sets.size(); ++i) {
+    const char c = static_cast<char>(i);
+    if (!kKeptUrlBytes.contains(c)) sets[i] |= kChanged;
+    if (kKeptHostBytes.contains(c)) sets[i] |= kHostByte;
+  }
+  return sets;
+}();
+
+UrlBytes urlBytes512(const char* begin, std::size_t size) {
+  const __mmask64 all = lowBits(size);
+  const __m512i bytes = _mm512_maskz_loadu_epi8(all, begin);
+  const __m512i sets = AsciiTable(kUrlSets.data())[bytes];
+  const auto isIn = [sets](unsigned char set) {
+    return _mm512_test_epi8_mask(sets, _mm512_set1_epi8(static_cast<char>(set)));
+  };
+  const auto is = [bytes](char c) { return Avx512::equal(bytes, Avx512::fill(c)); };
+  const __mmask64 beyondAscii = _mm512_movepi8_mask(bytes);
+  return {.changed = (isIn(kChanged) | beyondAscii) & all,
+          .ampersands = is('&'),
+          .slashes = is('/'),
+          .dots = is('.') | is('%'),
+          .hostBytes = isIn(kHostByte) & ~beyondAscii};
+}
+
 }  // namespace
 
 constinit const SearchKernels kAvx512Searches = {
@@ -164,6 +193,7 @@ constinit const SearchKernels kAvx512Searches = {
     .findTag = findTag512,
     .findMark = findMark512,
     .findStyleMark = findStyleMark<Avx512, StyleStarts512>,
+    .urlBytes = urlBytes512,
 };
 
 }  // namespace pagescan::internal

@@ -21,6 +21,7 @@
 #include "base/kernels_style_impl.h"
 #include "base/kernels_style_walk_impl.h"
 #include "base/kernels_text_impl.h"
+#include "base/kernels_url_impl.h"
 
 namespace pagescan::internal {
 namespace {
@@ -309,6 +310,7 @@ constexpr Kernels kernelsOver() {
       .findStyleMark = findStyleMark<Vector>,
       .findStringMark = findMarkOf<Vector, StringMarks>,
       .findUrlMark = findMarkOf<Vector, UrlMarks>,
+      .urlBytes = urlBytes<Vector>,
   };
 }
 

@@ -18,6 +18,7 @@ struct SearchKernels {
   decltype(Kernels::findTag) findTag;
   decltype(Kernels::findMark) findMark;
   decltype(Kernels::findStyleMark) findStyleMark;
+  decltype(Kernels::urlBytes) urlBytes;
 };
 
 extern const SearchKernels kAvx512Searches;

@@ -3,6 +3,7 @@
 #include "page/reference_ids.h"
 #include "page/values.h"
 #include "page/white_space.h"
+#include "url/plain_links.h"
 #include "url/resolver.h"
 
 namespace pagescan::internal {
@@ -40,6 +41,15 @@ bool writeOwnUrl(const PageReading& page, const Reference& reference, std::strin
   return true;
 }
 
+// For what is not plain as it is written.
+bool resolveValue(const PageReading& page, const Reference& reference, const Base& base,
+                  std::string& out) {
+  ValueReader values(page);
+  const std::string_view value = values.read(reference);
+  if (reference.kind == Kind::form && isBlank(value)) return writeOwnUrl(page, reference, out);
+  return resolveInto(out, value, base, queryEncodingOf(page, reference));
+}
+
 }  // namespace
 
 const Base& baseOf(const PageReading& page, const Reference& reference) {
@@ -54,10 +64,11 @@ const Base& baseOf(const PageReading& page, const Reference& reference) {
 }
 
 bool resolveReference(const PageReading& page, const Reference& reference, std::string& out) {
-  ValueReader values(page);
-  const std::string_view value = values.read(reference);
-  if (reference.kind == Kind::form && isBlank(value)) return writeOwnUrl(page, reference, out);
-  return resolveInto(out, value, baseOf(page, reference), queryEncodingOf(page, reference));
+  const Base& base = baseOf(page, reference);
+  const std::string_view written = writtenAt(page, reference.span);
+  const bool isWhole = reference.kind != Kind::form && !isOfSvgStyle(reference);
+  if (isWhole && PlainLinks(base).resolveWritten(out, written)) return true;
+  return resolveValue(page, reference, base, out);
 }
 
 }  // namespace pagescan::internal

@@ -18,11 +18,6 @@ bool isCss(Slot slot) {
 constexpr ByteClass kDecoded =
     ByteClass::range('\x80', '\xFF') | ByteClass::of("&\r\\") | ByteClass::range('\0', '\0');
 
-bool isOfSvgStyle(const Reference& reference) {
-  return reference.attribute == kUnknownName &&
-         reference.element == elementId(Namespace::svg, id(Element::style));
-}
-
 const StoredValue* storedValue(const std::vector<StoredValue>& values, const Reference& reference) {
   const std::pair wanted(reference.span.begin, reference.tag);
   const auto found = std::lower_bound(
@@ -37,10 +32,15 @@ bool isPlainValue(std::string_view raw) {
   return std::none_of(raw.begin(), raw.end(), [](char c) { return kDecoded.contains(c); });
 }
 
-std::string_view ValueReader::rawAt(Span span) const {
-  const TextLayer& page = *page_.text;
-  const std::size_t begin = page.fromPage(span.begin);
-  return page.text().substr(begin, page.fromPage(span.end) - begin);
+bool isOfSvgStyle(const Reference& reference) {
+  return reference.attribute == kUnknownName &&
+         reference.element == elementId(Namespace::svg, id(Element::style));
+}
+
+std::string_view writtenAt(const PageReading& page, Span span) {
+  const TextLayer& layer = *page.text;
+  const std::size_t begin = layer.fromPage(span.begin);
+  return layer.text().substr(begin, layer.fromPage(span.end) - begin);
 }
 
 void ValueReader::decodeSrcdocs(std::uint32_t parent, std::string_view& text, Encoding& encoding) {
@@ -53,7 +53,7 @@ void ValueReader::decodeSrcdocs(std::uint32_t parent, std::string_view& text, En
 }
 
 std::string_view ValueReader::readMarkup(Span span, std::uint32_t parent) {
-  std::string_view text = rawAt(span);
+  std::string_view text = writtenAt(page_, span);
   Encoding encoding = page_.text->encoding();
   decodeSrcdocs(parent, text, encoding);
   return decoded(text, [&](std::string_view raw, DecodedText& result) {
@@ -66,7 +66,7 @@ std::string_view ValueReader::read(const Reference& reference) {
     const StoredValue* const stored = storedValue(page_.values, reference);
     return stored == nullptr ? std::string_view() : stored->value;
   }
-  std::string_view text = rawAt(reference.span);
+  std::string_view text = writtenAt(page_, reference.span);
   if (isPlainValue(text)) return text;
   Encoding encoding = page_.text->encoding();
   decodeSrcdocs(reference.parent, text, encoding);

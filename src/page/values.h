@@ -26,9 +26,6 @@ class ValueReader {
   std::string_view readMarkup(Span span, std::uint32_t parent);
 
  private:
-  // The text of the page's own layer at a span of the page.
-  std::string_view rawAt(Span span) const;
-
   void decodeSrcdocs(std::uint32_t parent, std::string_view& text, Encoding& encoding);
 
   // Decodes `text` by decode(text, result) into the one of the two that it does not stand in. What
@@ -53,6 +50,12 @@ class ValueReader {
 // Whether bytes are their own value in a URL, whatever their layer: ASCII without what a layer
 // decodes.
 bool isPlainValue(std::string_view raw);
+
+// Whether a reference stands in the text of an SVG style element: markup may split what it spells.
+bool isOfSvgStyle(const Reference& reference);
+
+// The text of the page's own layer at a span of the page.
+std::string_view writtenAt(const PageReading& page, Span span);
 
 }  // namespace pagescan::internal
 

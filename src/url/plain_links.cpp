@@ -4,8 +4,7 @@
 #include <bit>
 #include <cstring>
 
-#include "base/byte_class.h"
-#include "base/near_vector.h"
+#include "base/url_bytes.h"
 #include "url/percent_sets.h"
 #include "url/scheme.h"
 
@@ -13,100 +12,54 @@ namespace pagescan::internal {
 namespace {
 
 using std::string_view;
-using V = NearVector;
 
-// Bytes that every part after the host keeps: those of visible ASCII that no percent-encode set of
-// a path, query or fragment has, and no "\" or "|".
-constexpr ByteClass kPlain = [] {
-  constexpr ByteClass kChanged = kPathSet | kSpecialQuerySet | kFragmentSet;
+// The bytes that are kept are those that nothing changes, and the delimiters of the parts.
+constexpr bool keepsWhatNothingChanges() {
   constexpr ByteClass kDelimiters = ByteClass::of("?#");
-  ByteClass plain;
-  for (int c = '!'; c <= '~'; ++c) {
+  constexpr ByteClass kChanged =
+      kPathSet | kSpecialQuerySet | kFragmentSet | kBeyondAscii | ByteClass::of("\\");
+  for (int c = 0; c < 256; ++c) {
     const char byte = static_cast<char>(c);
-    if (!kChanged.contains(byte) || kDelimiters.contains(byte)) plain.add(byte);
+    const bool isKept = kDelimiters.contains(byte) || !kChanged.contains(byte);
+    if (kKeptUrlBytes.contains(byte) != isKept) return false;
   }
-  ByteClass result;
-  constexpr ByteClass kLeftOut = ByteClass::of("\\|");
-  for (int c = '!'; c <= '~'; ++c) {
-    const char byte = static_cast<char>(c);
-    if (plain.contains(byte) && !kLeftOut.contains(byte)) result.add(byte);
-  }
-  return result;
-}();
-
-// The same by comparisons, which a vector makes for all its bytes at once.
-V::Type notPlain(V::Type v) {
-  const V::Type odd = V::either(v, V::fill(2));
-  const V::Type low = V::less(v, V::fill('!'));  // and all beyond ASCII, which are negative
-  const V::Type high = V::without(V::less(V::fill('z'), v), V::equal(v, V::fill('~')));
-  const V::Type quotes = V::either(V::equal(v, V::fill('"')), V::equal(v, V::fill('\'')));
-  const V::Type pairs = V::either(V::equal(odd, V::fill('>')), V::equal(odd, V::fill('^')));
-  return V::either(V::either(V::either(low, high), V::either(quotes, pairs)),
-                   V::equal(v, V::fill('`')));
+  return true;
 }
+static_assert(keepsWhatNothingChanges());
+static_assert(!kKeptHostBytes.intersects(kForbiddenInDomain | kUpper));
 
-// A segment that begins like this may be a dot segment.
-constexpr bool mayBeginDots(char c) {
-  return c == '.' || c == '%';
-}
+constexpr std::size_t kBlock = 64;
 
-// Whether all bytes are plain and no "/" comes before what may be a dot segment.
-bool isPlain(string_view url) {
-  if (url.empty()) return true;
-  if (!kPlain.contains(url[0])) return false;
-  if (url.size() <= V::kWidth) {
-    bool plain = true;
-    for (std::size_t i = 1; i < url.size(); ++i) {
-      plain = plain && kPlain.contains(url[i]) && !(url[i - 1] == '/' && mayBeginDots(url[i]));
-    }
-    return plain;
-  }
-  // Each byte but the first in one vector, the one before it in another; the last two overlap those
-  // before them.
-  const std::size_t last = url.size() - V::kWidth - 1;
-  for (std::size_t i = 0;; i = std::min(i + V::kWidth, last)) {
-    const V::Type before = V::load(url.data() + i), v = V::load(url.data() + i + 1);
-    const V::Type dots = V::either(V::equal(v, V::fill('.')), V::equal(v, V::fill('%')));
-    const V::Type segments = V::both(V::equal(before, V::fill('/')), dots);
-    if (V::mask(V::either(notPlain(v), segments)) != 0) return false;
-    if (i == last) return true;
-  }
-}
-
-constexpr ByteClass kHostBytes = kLower | kDigits | ByteClass::of("-_.");
-
-V::Type notHostByte(V::Type v) {
-  const auto isBetween = [v](char first, char last) {
-    return V::without(V::less(v, V::fill(static_cast<char>(last + 1))), V::less(v, V::fill(first)));
-  };
-  const V::Type low = V::without(isBetween('-', '9'), V::equal(v, V::fill('/')));
-  const V::Type others = V::either(isBetween('a', 'z'), V::equal(v, V::fill('_')));
-  return V::without(V::fill('\xFF'), V::either(low, others));
-}
-
-// Whether the text begins with a host that stays as it is, and a "/": a name in lower case whose
-// last label begins with a letter, and so is no number.
-bool beginsWithPlainHost(string_view text) {
-  std::size_t label = 0, at = 0;
-  for (; text.size() - at >= V::kWidth; at += V::kWidth) {
-    const V::Type v = V::load(text.data() + at);
-    const V::Mask others = V::mask(notHostByte(v));
-    const V::Mask inHost = (others & -others) - 1;  // the bits before the first other byte
-    const V::Mask dots = V::mask(V::equal(v, V::fill('.'))) & inHost;
-    if (dots != 0) label = at + static_cast<std::size_t>(std::bit_width(dots));
-    if (others == 0) continue;
-    at += static_cast<std::size_t>(std::countr_zero(others));
-    return text[at] == '/' && kLower.contains(text[label]);
-  }
-  for (; at < text.size() && kHostBytes.contains(text[at]); ++at) {
-    if (text[at] == '.') label = at + 1;
-  }
-  return at < text.size() && text[at] == '/' && kLower.contains(text[label]);
+UrlBytes bytesAt(string_view url, std::size_t at) {
+  return kernels().urlBytes(url.data() + at, std::min(url.size() - at, kBlock));
 }
 
 template <std::size_t kSize>
 bool startsWith(string_view text, const char (&start)[kSize]) {
   return text.size() >= kSize - 1 && std::memcmp(text.data(), start, kSize - 1) == 0;
+}
+
+// Whether what begins here may be a dot segment. A dot may be spelled "%2e".
+bool mayBeDots(string_view segment) {
+  return startsWith(segment, ".") || startsWith(segment, "%2");
+}
+
+// Whether all bytes stay as they are, and no "/" comes before what may be a dot segment.
+// bytes   the first ones of the link
+bool isKept(string_view url, UrlBytes bytes, bool keepsAmpersands) {
+  std::uint64_t slashBefore = 0;
+  for (std::size_t at = 0;;) {
+    if (bytes.changed != 0 || (!keepsAmpersands && bytes.ampersands != 0)) return false;
+    std::uint64_t begins = (bytes.slashes << 1 | slashBefore) & bytes.dots;
+    for (; begins != 0; begins &= begins - 1) {
+      const auto begin = at + static_cast<std::size_t>(std::countr_zero(begins));
+      if (mayBeDots(url.substr(begin))) return false;
+    }
+    slashBefore = bytes.slashes >> (kBlock - 1);
+    at += kBlock;
+    if (at >= url.size()) return true;
+    bytes = bytesAt(url, at);
+  }
 }
 
 // The length of the scheme that the text begins with; 0 where it begins with none. `isLower` tells
@@ -123,44 +76,58 @@ std::size_t schemeLength(string_view url, bool& isLower) {
 
 }  // namespace
 
-std::size_t PlainLinks::prefixForRelative(string_view url) const {
-  if (base_.directoryEnd_ == 0) return kNotPlain;
+// A host that stays as it is: a name in lower case whose last label begins with a letter, and so is
+// no number.
+PlainLinks::Frame PlainLinks::frameAfterHost(string_view url, const UrlBytes& bytes,
+                                             std::size_t host, std::size_t prefix) {
+  const auto size = static_cast<std::size_t>(std::countr_one(bytes.hostBytes >> host));
+  const std::size_t end = host + size;
+  if (end >= kBlock) return {kNotPlain};
+  const std::uint64_t dots = bytes.dots & ((std::uint64_t{1} << end) - 1);
+  const auto label = std::max(host, static_cast<std::size_t>(std::bit_width(dots)));
+  if (label >= end || !kLower.contains(url[label])) return {kNotPlain};
+  if (end == url.size()) return {prefix, true};
+  return {url[end] == '/' ? prefix : kNotPlain};
+}
+
+PlainLinks::Frame PlainLinks::frameOfRelative(string_view url, const UrlBytes& bytes) const {
+  if (base_.directoryEnd_ == 0) return {kNotPlain};
   const UrlOffsets& at = base_.url_->offsets();
-  if (url.empty()) return at.fragmentBegin;
+  if (url.empty()) return {at.fragmentBegin};
   switch (url[0]) {
     case '/':
-      if (!startsWith(url, "//")) return at.pathBegin;
-      return beginsWithPlainHost(url.substr(2)) ? at.schemeEnd + 1 : kNotPlain;
+      if (!startsWith(url, "//")) return {at.pathBegin};
+      return frameAfterHost(url, bytes, 2, at.schemeEnd + 1);
     case '?':
-      return at.queryBegin;
+      return {at.queryBegin};
     case '#':
-      return at.fragmentBegin;
+      return {at.fragmentBegin};
     default:
-      return mayBeginDots(url[0]) ? kNotPlain : base_.directoryEnd_;
+      return {mayBeDots(url) ? kNotPlain : base_.directoryEnd_};
   }
 }
 
-std::size_t PlainLinks::prefixFor(string_view url) const {
-  const auto hostAfter = [url](std::size_t size) {
-    return beginsWithPlainHost(url.substr(size)) ? 0 : kNotPlain;
-  };
-  if (startsWith(url, "https://")) return hostAfter(8);
-  if (startsWith(url, "http://")) return hostAfter(7);
+PlainLinks::Frame PlainLinks::frameOf(string_view url, const UrlBytes& bytes) const {
+  if (startsWith(url, "https://")) return frameAfterHost(url, bytes, 8, 0);
+  if (startsWith(url, "http://")) return frameAfterHost(url, bytes, 7, 0);
   bool isLower = false;
   const std::size_t scheme = schemeLength(url, isLower);
-  if (scheme == 0) return prefixForRelative(url);
-  if (!isLower) return kNotPlain;
+  if (scheme == 0) return frameOfRelative(url, bytes);
+  if (!isLower) return {kNotPlain};
   const bool isSpecial = schemeKindOf(url.substr(0, scheme)) != SchemeKind::other;
-  return isSpecial || startsWith(url.substr(scheme + 1), "/") ? kNotPlain : 0;
+  return {isSpecial || startsWith(url.substr(scheme + 1), "/") ? kNotPlain : 0};
 }
 
-bool PlainLinks::resolve(std::string& out, string_view url) const {
-  const std::size_t prefix = prefixFor(url);
-  if (prefix == kNotPlain || !isPlain(url)) return false;
+bool PlainLinks::write(std::string& out, string_view url, bool keepsAmpersands) const {
+  const UrlBytes bytes = url.empty() ? UrlBytes{} : bytesAt(url, 0);
+  const Frame frame = frameOf(url, bytes);
+  if (frame.prefix == kNotPlain || !isKept(url, bytes, keepsAmpersands)) return false;
+  const std::size_t size = frame.prefix + url.size() + 1;
   out.clear();
-  out.reserve(prefix + url.size());
-  if (prefix > 0) out.append(base_.url_->href(), 0, prefix);
+  if (out.capacity() < size) out.reserve(size);
+  if (frame.prefix > 0) out.append(base_.url_->href(), 0, frame.prefix);
   out.append(url);
+  if (frame.lacksPath) out += '/';
   return true;
 }
 

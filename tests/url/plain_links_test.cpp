@@ -40,14 +40,19 @@ bool decides(string_view url, const Base& base) {
   std::copy(url.begin(), url.end(), block.get());
   const string_view exact(block.get(), url.size());
   std::string out = "left over";
-  if (!PlainLinks(base).resolve(out, exact)) return false;
+  const bool isPlain = PlainLinks(base).resolve(out, exact);
+  std::string written = "left over";
+  const bool isPlainAsWritten = PlainLinks(base).resolveWritten(written, exact);
+  EXPECT_EQ(isPlainAsWritten, isPlain && url.find('&') == string_view::npos);
+  EXPECT_EQ(written, isPlainAsWritten ? out : "left over");
+  if (!isPlain) return false;
   for (const Encoding encoding : kEncodings) {
     std::string wanted;
     UrlOffsets at;
     const UrlView view{base.url() ? string_view(base.url()->href()) : string_view(),
                        base.url() ? base.url()->offsets() : at};
-    UrlOffsets written;
-    EXPECT_TRUE(parseUrl(wanted, written, exact, base.url() ? &view : nullptr, encoding))
+    UrlOffsets offsets;
+    EXPECT_TRUE(parseUrl(wanted, offsets, exact, base.url() ? &view : nullptr, encoding))
         << testing::PrintToString(url);
     EXPECT_EQ(out, wanted) << testing::PrintToString(url);
     if (out != wanted) break;
@@ -56,8 +61,8 @@ bool decides(string_view url, const Base& base) {
 }
 
 const std::vector<string_view> kPieces = {
-    "a", "C", ":", "/",     "\\", "?", "#", "@",  ".",  "%2e", " ",  "\t",      "|",
-    "[", "0", "'", "http:", "//", "^", "~", "\"", "\n", "-",   "s:", "\xC3\xA9"};
+    "a", "C", ":", "/",     "\\", "?", "#", "@",  ".",  "%2e", " ",  "\t",       "|",
+    "[", "0", "'", "http:", "//", "^", "~", "\"", "\n", "-",   "s:", "\xC3\xA9", "&"};
 
 TEST(PlainLinks, AgreeWithTheParserOnEveryShortText) {
   const std::vector<Base> all = bases();
@@ -66,6 +71,30 @@ TEST(PlainLinks, AgreeWithTheParserOnEveryShortText) {
     for (const Base& base : all) decided += decides(text, base) ? 1 : 0;
   });
   EXPECT_GE(decided, 5000U);
+}
+
+// Hosts and segments that end where the bytes that are looked at together do.
+TEST(PlainLinks, AgreeWithTheParserOnLongHosts) {
+  const Base base = Base::parse("http://h/a/b?q").value();
+  for (std::size_t length = 1; length < 140; ++length) {
+    const std::string filler(length, 'a');
+    for (const string_view end :
+         {"", "/", "/b", ".", "./", ".1", ".b/.", "/..", "/%2e", "?", "#"}) {
+      decides("//" + filler + std::string(end), base);
+      decides("http://" + filler + std::string(end), base);
+      decides("https://" + filler + std::string(end), base);
+      decides("https://" + filler.substr(1) + ".b" + std::string(end), base);
+      decides("/" + filler + std::string(end), base);
+      decides(filler + std::string(end) + filler, base);
+    }
+  }
+}
+
+TEST(PlainLinks, DecideLinksThatAreAHostAlone) {
+  const Base base = Base::parse("http://h/a/b?q").value();
+  for (const string_view link : {"http://example.com", "https://example.com", "//example.com"}) {
+    EXPECT_TRUE(decides(link, base)) << link;
+  }
 }
 
 // The same after and before what fills a vector.
