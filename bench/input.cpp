@@ -99,12 +99,9 @@ std::vector<PageLinks> linksIn(const Texts& pages) {
    public:
     explicit LinkCollector(Texts& links) : links_(links) {}
     bool insert(CZKHTMLDietTransactionsObject* record) override {
-      RWOrdered names;
-      record->GetAttributeNames(names);
-      for (std::size_t i = 0; i < names.entries(); ++i) {
-        auto& name = static_cast<RWCollectableString&>(*names.at(i));
-        links_.emplace_back(record->GetAttributeObject(name)->GetOriginalAttributeValue());
-      }
+      forEachAttribute(*record, [&](CZKHTMLDietAttributeObject& attribute) {
+        links_.emplace_back(attribute.GetOriginalAttributeValue());
+      });
       return true;
     }
 

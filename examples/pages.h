@@ -39,14 +39,11 @@ inline std::optional<std::string> readPage(const char* path) {
 template <typename Use>
 void forEachLoaded(CZKHTMLDietTransactionsObject& record, Use use) {
   if (RWCString(record.GetTagName()) == "BASE") return;
-  RWOrdered names;
-  record.GetAttributeNames(names);
-  for (std::size_t i = 0; i < names.entries(); ++i) {
-    auto& name = static_cast<RWCollectableString&>(*names.at(i));
-    if (name == "rel" || name == "classid") continue;
-    CZKHTMLDietAttributeObject* attribute = record.GetAttributeObject(name);
-    if (RWCString(attribute->GetOriginalAttributeValue()).length() > 0) use(*attribute);
-  }
+  pagescan::forEachAttribute(record, [&](CZKHTMLDietAttributeObject& attribute) {
+    const RWCString name = attribute.GetAttributeName();
+    if (name == "rel" || name == "classid") return;
+    if (RWCString(attribute.GetOriginalAttributeValue()).length() > 0) use(attribute);
+  });
 }
 
 // The URL against which a page's values are to be resolved: that of its first BASE, else its own.

@@ -4,6 +4,7 @@
 
 #include "charset.h"
 #include "hostroutines.h"
+#include "recordattributes.h"
 #include "rw/rwbounds.h"
 #include "rw/rwcollectable.h"
 #include "rw/rwcollectables.h"

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "recordattributes.h"
 #include "reference/classic/records.h"
-#include "rw/rwcollectables.h"
 #include "support/input.h"
 #include "tqurlbase.h"
 #include "zkhtmldietattributeobject.h"
@@ -24,17 +24,14 @@ inline reference::Attribute attributeOf(CZKHTMLDietAttributeObject& attribute) {
 }
 
 // A sink that keeps what the getters show of each record. The attributes are in the order of their
-// names, with the record's first one in front.
+// names, but the record's first one comes first.
 class Records : public CZKHtmlDietVirtualQueue {
  public:
   bool insert(CZKHTMLDietTransactionsObject* record) override {
     reference::Record shown{record->GetTagName(), {}};
-    RWOrdered names;
-    record->GetAttributeNames(names);
-    for (std::size_t i = 0; i < names.entries(); ++i) {
-      auto& name = dynamic_cast<RWCollectableString&>(*names.at(i));
-      shown.attributes.push_back(attributeOf(*record->GetAttributeObject(name)));
-    }
+    pagescan::forEachAttribute(*record, [&](CZKHTMLDietAttributeObject& attribute) {
+      shown.attributes.push_back(attributeOf(attribute));
+    });
     const std::string first = record->GetFirstAttributeObject()->GetAttributeName();
     sort(shown.attributes, first);
     records.push_back(shown);

@@ -25,6 +25,7 @@ PARTS = [
     ("scanning and URLs", ["*/zkhtmlparseutils*", "src/classic/blanking.*", "src/classic/removal.*",
                            "src/classic/url_*", "*/tqurlbase*", "*/urlcmp*"]),
     ("finder and records", ["*/zkhtmlattributefinder*", "*/zkhtmldiet*",
+                            "include/recordattributes.h",
                             "src/classic/attribute_names.*", "src/classic/tags_of_interest.*"]),
     ("tags and style text", ["src/classic/tag_attributes.*", "src/classic/style_urls.*"]),
     ("offset parser", ["*/zkhtmloffsetparser*"]),

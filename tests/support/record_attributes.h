@@ -4,9 +4,7 @@
 
 #include <vector>
 
-#include "rw/rwcollectables.h"
-#include "rw/rwordered.h"
-#include "zkhtmldiettransactiondata.h"
+#include "recordattributes.h"
 
 namespace pagescan::tests {
 
@@ -16,13 +14,9 @@ inline std::vector<CZKHTMLDietAttributeObject*> attributesOf(
   std::vector<CZKHTMLDietAttributeObject*> attributes;
   CZKHTMLDietAttributeObject* const first = record.GetFirstAttributeObject();
   if (first) attributes.push_back(first);
-  RWOrdered names;
-  record.GetAttributeNames(names);
-  for (std::size_t i = 0; i < names.entries(); ++i) {
-    auto& name = dynamic_cast<RWCollectableString&>(*names.at(i));
-    CZKHTMLDietAttributeObject* const attribute = record.GetAttributeObject(name);
-    if (attribute != first) attributes.push_back(attribute);
-  }
+  forEachAttribute(record, [&](CZKHTMLDietAttributeObject& attribute) {
+    if (&attribute != first) attributes.push_back(&attribute);
+  });
   return attributes;
 }
 

@@ -1,9 +1,7 @@
 #include "output/link_sink.h"
 
 #include "output/bytes.h"
-#include "rw/rwcollectables.h"
-#include "rw/rwordered.h"
-#include "zkhtmldiettransactiondata.h"
+#include "recordattributes.h"
 
 namespace pagescan::tool {
 
@@ -13,16 +11,11 @@ LinkSink::LinkSink(RecordsOutput& records, const std::string& baseUrl, const Sca
       baseHasEscapes_(baseUrl.find('%') != std::string::npos),
       scanned_(scanned) {}
 
-// The names come in the order of the record: that of the library's table of tags.
+// The attributes come in the order of the record: that of the library's table of tags.
 bool LinkSink::insert(CZKHTMLDietTransactionsObject* record) {
-  RWOrdered names;
-  record->GetAttributeNames(names);
-  for (std::size_t i = 0; i < names.entries(); ++i) {
-    auto* name = dynamic_cast<RWCollectableString*>(names.at(i));
-    if (name == nullptr) continue;
-    if (auto* attribute = record->GetAttributeObject(*name))
-      write(record->GetTagName(), *attribute);
-  }
+  forEachAttribute(*record, [&](CZKHTMLDietAttributeObject& attribute) {
+    write(record->GetTagName(), attribute);
+  });
   return true;
 }
 
@@ -46,7 +39,7 @@ std::string LinkSink::asWritten(CZKHTMLDietAttributeObject& attribute) const {
   const std::string_view text = bytesOf(scanned_.text);
   const std::string_view copy = bytesOf(scanned_.copy);
   auto at = static_cast<std::size_t>(attribute.GetAttributeOffset());
-  // Style text can lose several quotes in front of a value, of which the offset counts one.
+  // Style text can lose several quotes before a value, of which the offset counts one.
   const char quote = copy[at - 1];
   while (value.front() != quote && copy[at] == quote) ++at;
   for (char& byte : value) {
