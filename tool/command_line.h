@@ -2,7 +2,6 @@
 #ifndef PAGESCAN_TOOL_COMMAND_LINE_H
 #define PAGESCAN_TOOL_COMMAND_LINE_H
 
-#include <CLI/CLI.hpp>
 #include <memory>
 
 #include "commands/commands.h"

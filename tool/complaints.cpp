@@ -1,5 +1,6 @@
 #include "complaints.h"
 
+#include <CLI/CLI.hpp>
 #include <cstddef>
 #include <string_view>
 

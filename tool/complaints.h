@@ -2,8 +2,12 @@
 #ifndef PAGESCAN_TOOL_COMPLAINTS_H
 #define PAGESCAN_TOOL_COMPLAINTS_H
 
-#include <CLI/CLI.hpp>
 #include <string>
+
+namespace CLI {
+class App;
+class Error;
+}  // namespace CLI
 
 namespace pagescan::tool {
 

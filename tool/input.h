@@ -50,8 +50,8 @@ class InputReader {
 // What a command does with one input; it may change the bytes. Returns whether that succeeded.
 using UseInput = std::function<bool(const std::string& name, RWCString& bytes)>;
 
-// Reads one input after the other and puts each to use. One that fails, in whatever way, is told by
-// name and does not stop those after it; an output that fails does.
+// Reads one input after the other and puts each to use. One that fails, in whatever way, is named
+// in a message and does not stop those after it; an output that fails does.
 ExitStatus forEachInput(const InputFiles& files, const Output& output, const UseInput& use);
 
 // The same for inputs that are pages or other text of one byte a letter: one that looks like UTF-16

@@ -1,6 +1,5 @@
 #include "input_files.h"
 
-#include <CLI/CLI.hpp>
 #include <string_view>
 
 #include "input.h"
@@ -12,12 +11,9 @@ namespace pagescan::tool {
 void addFiles(CLI::App& command, InputFiles& files) {
   CLI::Option* list = addText(command, "--files-from", files.listFile, "FILE",
                               "Read the files named in FILE too, a name a line");
-  command
-      .add_flag("-0,--null", files.areNulTerminated,
-                "The names in that FILE end with NUL bytes, as\n"
-                "find -print0 writes them")
-      ->needs(list)
-      ->option_text(" ");
+  addFlagFor(list, command, "-0,--null", files.areNulTerminated,
+             "The names in that FILE end with NUL bytes, as\n"
+             "find -print0 writes them");
   addArguments(command, "FILE", "Files to read; standard input for - or none", files.named);
 }
 

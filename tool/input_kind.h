@@ -6,7 +6,7 @@
 
 namespace pagescan::tool {
 
-// "gzip", "a PNG picture", ..., told by the first bytes; empty for what may be text.
+// "gzip", "a PNG picture", ..., recognised by the first bytes; empty for what may be text.
 std::string_view binaryKindOf(std::string_view bytes);
 
 // Whether it looks like UTF-16: it begins with a byte order mark, or with two characters of ASCII,

@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <sstream>
+#include <utility>
 
 namespace pagescan::tool {
 
@@ -57,13 +58,45 @@ void splitEmptyValues(const CLI::App& command, Names& words) {
   }
 }
 
+CLI::Option* checked(CLI::Option* option, const Check& check) {
+  return check ? option->check(check) : option;
+}
+
 }  // namespace
+
+CLI::App& addCommand(CLI::App& app, const std::string& name, const std::string& description,
+                     const std::string& group) {
+  return *app.add_subcommand(name, description)->group(group);
+}
+
+void finishCommand(CLI::App& command, const std::string& notes, std::function<void()> chosen) {
+  command.footer(notes)->callback(std::move(chosen));
+}
+
+CLI::Option* addFlag(CLI::App& command, const std::string& name, bool& isGiven,
+                     const std::string& description) {
+  return command.add_flag(name, isGiven, description);
+}
+
+CLI::Option* addFlagFor(CLI::Option* other, CLI::App& command, const std::string& name,
+                        bool& isGiven, const std::string& description) {
+  return addFlag(command, name, isGiven, description)->needs(other)->option_text(" ");
+}
 
 std::function<bool(const Names&)> keepIn(Names& texts) {
   return [&texts](const CLI::results_t& given) {
     texts = given;
     return true;
   };
+}
+
+CLI::Option* addArgument(CLI::App& command, const char* name, const char* description,
+                         std::optional<std::string>& argument) {
+  const CLI::callback_t keep = [&argument](const CLI::results_t& given) {
+    argument = given.front();
+    return true;
+  };
+  return command.add_option(name, keep, description)->option_text(" ");
 }
 
 CLI::Option* addArguments(CLI::App& command, const char* name, const char* description,
@@ -105,8 +138,43 @@ Names wordsOf(const CLI::Option& option) {
 }
 
 CLI::Option* addText(CLI::App& command, const std::string& name, std::string& value,
-                     const std::string& label, const std::string& description) {
-  return command.add_option(name, value, description)->option_text(label);
+                     const std::string& label, const std::string& description, const Check& check) {
+  return checked(command.add_option(name, value, description)->option_text(label), check);
+}
+
+CLI::Option* addTexts(CLI::App& command, const std::string& name, Names& values,
+                      const std::string& label, const std::string& description,
+                      const Check& check) {
+  CLI::Option* option = command.add_option(name, keepIn(values), description)
+                            ->option_text(label)
+                            ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+  return checked(option, check);
+}
+
+CLI::Option* addNumber(CLI::App& command, const std::string& name, unsigned& value, unsigned least,
+                       unsigned most, const std::string& description) {
+  return command.add_option(name, value, description)
+      ->option_text("N")
+      ->check(CLI::Range(least, most));
+}
+
+void require(CLI::Option* option) {
+  option->required();
+}
+
+void exclude(CLI::Option* option, CLI::Option* other) {
+  option->excludes(other);
+}
+
+void complainOfMissing(const std::string& what) {
+  throw CLI::RequiredError(what);
+}
+
+std::string helpRow(const std::string& name, const std::string& description) {
+  constexpr std::size_t kColumn = 18;
+  std::ostringstream row;
+  CLI::detail::format_help(row, name, description, kColumn);
+  return row.str();
 }
 
 void addListFormat(CLI::App& command, std::string& format) {
@@ -117,9 +185,9 @@ void addListFormat(CLI::App& command, std::string& format) {
 }
 
 CLI::Option* addLinesFlag(CLI::App& command, bool& areLines) {
-  return command.add_flag("--lines", areLines,
-                          "Each line of standard input is a text of its own,\n"
-                          "with a result a line; CR LF ends a line, too");
+  return addFlag(command, "--lines", areLines,
+                 "Each line of standard input is a text of its own,\n"
+                 "with a result a line; CR LF ends a line, too");
 }
 
 Names wordsAsMeant(const CLI::App& app, Names words) {

@@ -1,5 +1,4 @@
 // pagescan css: the records of style text.
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <string>
 
@@ -76,16 +75,16 @@ ExitStatus run(const Options& options, Output& output) {
 }  // namespace
 
 void addCss(CLI::App& app, Job& job) {
-  CLI::App* command = app.add_subcommand("css", kDescription)->group(kRecordCommands);
+  CLI::App& command = addCommand(app, "css", kDescription, kRecordCommands);
   const auto options = std::make_shared<Options>();
-  command->add_flag("--declarations", options->declarations,
-                    "The text is bare declarations, as in a style\n"
-                    "attribute: read it as the inside of a rule set.\n"
-                    "Offsets are still those of the text.");
-  addRecordsOptions(*command, options->records);
-  command->footer(kNotes);
-  command->callback(
-      [&job, options] { job = [options](Output& output) { return run(*options, output); }; });
+  addFlag(command, "--declarations", options->declarations,
+          "The text is bare declarations, as in a style\n"
+          "attribute: read it as the inside of a rule set.\n"
+          "Offsets are still those of the text.");
+  addRecordsOptions(command, options->records);
+  finishCommand(command, kNotes, [&job, options] {
+    job = [options](Output& output) { return run(*options, output); };
+  });
 }
 
 }  // namespace pagescan::tool

@@ -1,9 +1,7 @@
 // pagescan encode, pagescan decode: percent encoding in the flavours of browsers and servers.
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <iterator>
 #include <memory>
-#include <sstream>
 #include <string>
 
 #include "commands/commands.h"
@@ -18,7 +16,7 @@ namespace {
 
 constexpr char kEncodeDescription[] = "Percent-encodes text (UrlEncoding::EncodeString)";
 constexpr char kEncodeNotes[] =
-    "The placeholder &#25; that decoding leaves behind becomes % again.\n"
+    "The placeholder &#25; that decoding leaves becomes % again.\n"
     "\n"
     "Examples:\n"
     "  pagescan encode --flavour browser 'a b' 'c&d'    gives a+b and c%26d\n"
@@ -89,27 +87,22 @@ Names flavourNames() {
 }
 
 std::string flavourTable() {
-  std::ostringstream table;
-  table << "Flavours:\n";
-  for (const Flavour& row : kFlavours)
-    CLI::detail::format_help(table, row.name, row.description, 18);
-  return table.str();
+  std::string table = "Flavours:\n";
+  for (const Flavour& row : kFlavours) table += helpRow(row.name, row.description);
+  return table;
 }
 
 void addConversion(CLI::App& command, const std::string& notes, Convert convert, Job& job) {
   const auto options = std::make_shared<Options>();
-  command.group(kUrlCommands);
-  addChoice(command, "--flavour", options->flavour, flavourNames(),
-            "Whose way of encoding it is (required): see below", "NAME")
-      ->required();
+  require(addChoice(command, "--flavour", options->flavour, flavourNames(),
+                    "Whose way of encoding it is (required): see below", "NAME"));
   CLI::Option* lines = addLinesFlag(command, options->areLines);
   CLI::Option* texts = addArguments(command, "TEXT",
                                     "Texts, one result a line; without any, standard\n"
                                     "input is one text, whose result gets no newline",
                                     options->texts);
-  lines->excludes(texts);
-  command.footer(flavourTable() + "\n" + notes);
-  command.callback([&job, options, convert] {
+  exclude(lines, texts);
+  finishCommand(command, flavourTable() + "\n" + notes, [&job, options, convert] {
     job = [options, convert](Output& output) { return run(*options, convert, output); };
   });
 }
@@ -117,11 +110,13 @@ void addConversion(CLI::App& command, const std::string& notes, Convert convert,
 }  // namespace
 
 void addEncode(CLI::App& app, Job& job) {
-  addConversion(*app.add_subcommand("encode", kEncodeDescription), kEncodeNotes, encode, job);
+  addConversion(addCommand(app, "encode", kEncodeDescription, kUrlCommands), kEncodeNotes, encode,
+                job);
 }
 
 void addDecode(CLI::App& app, Job& job) {
-  addConversion(*app.add_subcommand("decode", kDecodeDescription), kDecodeNotes, decode, job);
+  addConversion(addCommand(app, "decode", kDecodeDescription, kUrlCommands), kDecodeNotes, decode,
+                job);
 }
 
 }  // namespace pagescan::tool

@@ -1,5 +1,4 @@
 // pagescan entities: character references to bytes.
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <string>
 
@@ -48,15 +47,15 @@ ExitStatus run(const Options& options, Output& output) {
 }  // namespace
 
 void addEntities(CLI::App& app, Job& job) {
-  CLI::App* command = app.add_subcommand("entities", kDescription)->group(kCharacterCommands);
+  CLI::App& command = addCommand(app, "entities", kDescription, kCharacterCommands);
   const auto options = std::make_shared<Options>();
-  command->add_flag("--utf8", options->toUtf8,
-                    "Write what is decoded in UTF-8; all other bytes stay\n"
-                    "as they are");
-  addFiles(*command, options->files);
-  command->footer(kNotes);
-  command->callback(
-      [&job, options] { job = [options](Output& output) { return run(*options, output); }; });
+  addFlag(command, "--utf8", options->toUtf8,
+          "Write what is decoded in UTF-8; all other bytes stay\n"
+          "as they are");
+  addFiles(command, options->files);
+  finishCommand(command, kNotes, [&job, options] {
+    job = [options](Output& output) { return run(*options, output); };
+  });
 }
 
 }  // namespace pagescan::tool

@@ -1,5 +1,4 @@
 // pagescan flavour: in whose way a query string is encoded.
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <optional>
 #include <string>
@@ -105,25 +104,19 @@ ExitStatus run(const Options& options, Output& output) {
 }  // namespace
 
 void addFlavour(CLI::App& app, Job& job) {
-  CLI::App* command = app.add_subcommand("flavour", kDescription)->group(kUrlCommands);
+  CLI::App& command = addCommand(app, "flavour", kDescription, kUrlCommands);
   const auto options = std::make_shared<Options>();
-  CLI::Option* lines = addLinesFlag(*command, options->areLines);
-  addChoice(*command, "--format", options->format, {"text", "jsonl"},
+  CLI::Option* lines = addLinesFlag(command, options->areLines);
+  addChoice(command, "--format", options->format, {"text", "jsonl"},
             "How the answer is written: text, the default; jsonl, a\n"
             "JSON object a text with the members text, first, all");
-  const CLI::callback_t keep = [options](const CLI::results_t& given) {
-    options->text = given.front();
-    return true;
-  };
-  CLI::Option* text = command
-                          ->add_option("TEXT", keep,
-                                       "The query string; without it standard input, but\n"
-                                       "for one line end at its very end")
-                          ->option_text(" ");
-  lines->excludes(text);
-  command->footer(kNotes);
-  command->callback(
-      [&job, options] { job = [options](Output& output) { return run(*options, output); }; });
+  exclude(lines, addArgument(command, "TEXT",
+                             "The query string; without it standard input,\n"
+                             "except for one line end at its very end",
+                             options->text));
+  finishCommand(command, kNotes, [&job, options] {
+    job = [options](Output& output) { return run(*options, output); };
+  });
 }
 
 }  // namespace pagescan::tool

@@ -1,5 +1,4 @@
 // pagescan inventory: every URL of pages and style sheets, read as browsers read them.
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <optional>
 #include <string>
@@ -67,14 +66,13 @@ void addListOptions(CLI::App& command, Given& given) {
 }  // namespace
 
 void addInventory(CLI::App& app, Job& job) {
-  CLI::App* command = app.add_subcommand("inventory", kDescription)->group(kRecordCommands);
+  CLI::App& command = addCommand(app, "inventory", kDescription, kRecordCommands);
   const auto given = std::make_shared<Given>();
-  addReadingOptions(*command, given->reading);
-  addListOptions(*command, *given);
-  addFiles(*command, given->files);
-  command->footer(kNotes);
-  command->callback(
-      [&job, given] { job = [given](Output& output) { return run(*given, output); }; });
+  addReadingOptions(command, given->reading);
+  addListOptions(command, *given);
+  addFiles(command, given->files);
+  finishCommand(command, kNotes,
+                [&job, given] { job = [given](Output& output) { return run(*given, output); }; });
 }
 
 }  // namespace pagescan::tool

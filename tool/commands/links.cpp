@@ -1,5 +1,4 @@
 // pagescan links: the records of HTML pages.
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <string>
 
@@ -60,14 +59,14 @@ ExitStatus run(const Options& options, Output& output) {
 }  // namespace
 
 void addLinks(CLI::App& app, Job& job) {
-  CLI::App* command = app.add_subcommand("links", kDescription)->group(kRecordCommands);
+  CLI::App& command = addCommand(app, "links", kDescription, kRecordCommands);
   const auto options = std::make_shared<Options>();
-  command->add_flag("--no-rel", options->leavesOutRel,
-                    "Leave out the attribute rel of LINK, which holds no URL");
-  addRecordsOptions(*command, options->records);
-  command->footer(kNotes);
-  command->callback(
-      [&job, options] { job = [options](Output& output) { return run(*options, output); }; });
+  addFlag(command, "--no-rel", options->leavesOutRel,
+          "Leave out the attribute rel of LINK, which holds no URL");
+  addRecordsOptions(command, options->records);
+  finishCommand(command, kNotes, [&job, options] {
+    job = [options](Output& output) { return run(*options, output); };
+  });
 }
 
 }  // namespace pagescan::tool

@@ -1,7 +1,5 @@
 #include "commands/reading_options.h"
 
-#include <CLI/CLI.hpp>
-
 #include "commands/absolute_url.h"
 #include "input.h"
 #include "output/messages.h"
@@ -51,8 +49,8 @@ PageOptions Reading::pageOptions() const {
 void addReadingOptions(CLI::App& command, ReadingWords& words) {
   addText(command, "--url", words.url, "URL",
           "Where the pages come from; without it only absolute\n"
-          "URLs resolve")
-      ->check(checkAbsoluteUrl);
+          "URLs resolve",
+          checkAbsoluteUrl);
   addText(command, "--charset", words.charset, "LABEL",
           "Their character set by the word of a server; a byte\n"
           "order mark goes before it");
@@ -67,7 +65,7 @@ void addReadingOptions(CLI::App& command, ReadingWords& words) {
   addText(command, "--places", words.places, "FILE",
           "Read a table of further places from FILE: see\n"
           "docs/inventory.md");
-  command.add_flag("--css", words.isCss, "The inputs are style sheets");
+  addFlag(command, "--css", words.isCss, "The inputs are style sheets");
 }
 
 std::optional<Reading> readingOf(const ReadingWords& words) {
@@ -93,9 +91,8 @@ unsigned kindsOf(const Names& names) {
 }
 
 void addJobs(CLI::App& command, unsigned& jobs) {
-  command.add_option("--jobs", jobs, "Read N inputs at a time; the output stays the same")
-      ->option_text("N")
-      ->check(CLI::Range(1U, kMostJobs));
+  addNumber(command, "--jobs", jobs, 1, kMostJobs,
+            "Read N inputs at a time; the output stays the same");
 }
 
 }  // namespace pagescan::tool

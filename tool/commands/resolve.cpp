@@ -1,5 +1,4 @@
 // pagescan resolve: the URL Standard on the command line.
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <memory>
 #include <optional>
@@ -25,7 +24,7 @@ constexpr char kDescription[] =
 
 constexpr char kNotes[] =
     "Standard input, read for - or without an argument, holds a URL a line. What is\n"
-    "no URL is told by name, and the exit status is 1; the others are written.\n"
+    "no URL is named, and the exit status is 1; the others are written.\n"
     "A JSON line has the members input, url, scheme, path, and where the URL has\n"
     "them username, password, host, port, query and fragment, as they stand in url.\n"
     "\n"
@@ -114,23 +113,23 @@ ExitStatus run(const Options& options, Output& output) {
 }  // namespace
 
 void addResolve(CLI::App& app, Job& job) {
-  CLI::App* command = app.add_subcommand("resolve", kDescription)->group(kUrlCommands);
+  CLI::App& command = addCommand(app, "resolve", kDescription, kUrlCommands);
   const auto options = std::make_shared<Options>();
-  addText(*command, "--base", options->base, "URL",
+  addText(command, "--base", options->base, "URL",
           "What they are resolved against; without it only\n"
-          "absolute URLs are URLs")
-      ->check(checkAbsoluteUrl);
-  addText(*command, "--encoding", options->encoding, "LABEL",
+          "absolute URLs are URLs",
+          checkAbsoluteUrl);
+  addText(command, "--encoding", options->encoding, "LABEL",
           "The encoding of the page that they stand in, in which\n"
           "queries are written; UTF-8 by default");
-  addChoice(*command, "--format", options->format, {"url", "jsonl"},
+  addChoice(command, "--format", options->format, {"url", "jsonl"},
             "How the result is written: url, the default; jsonl, a\n"
             "JSON object a line with the components");
-  addArguments(*command, "URL", "URLs, one result a line; standard input for - or none",
+  addArguments(command, "URL", "URLs, one result a line; standard input for - or none",
                options->texts);
-  command->footer(kNotes);
-  command->callback(
-      [&job, options] { job = [options](Output& output) { return run(*options, output); }; });
+  finishCommand(command, kNotes, [&job, options] {
+    job = [options](Output& output) { return run(*options, output); };
+  });
 }
 
 }  // namespace pagescan::tool

@@ -1,5 +1,4 @@
 // pagescan scrub: pages without what must not run or be read.
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <string>
 
@@ -26,7 +25,7 @@ constexpr char kNotes[] =
     "--tag compares NAME with the beginning of names, but takes </NAME> alone for the\n"
     "end: --tag b makes <b></b> of <body>x<b>y</b>. Give whole names that no other\n"
     "name begins with.\n"
-    "A script that stays, after a stray </script> or without an end, is told by its\n"
+    "A script that stays, after a stray </script> or without an end, is named with its\n"
     "offset.\n"
     "\n"
     "Examples:\n"
@@ -74,35 +73,31 @@ std::string checkTag(const std::string& name) {
 
 void requireWork(const Options& options) {
   if (!options.scripts && !options.comments && !options.handlers && options.tags.empty()) {
-    throw CLI::RequiredError("one of --scripts, --comments, --handlers, --tag");
+    complainOfMissing("one of --scripts, --comments, --handlers, --tag");
   }
 }
 
 }  // namespace
 
 void addScrub(CLI::App& app, Job& job) {
-  CLI::App* command = app.add_subcommand("scrub", kDescription)->group(kScrubCommands);
+  CLI::App& command = addCommand(app, "scrub", kDescription, kScrubCommands);
   const auto options = std::make_shared<Options>();
-  command->add_flag("--scripts", options->scripts,
-                    "Script bodies become blanks; their tags stay.\n"
-                    "Offsets stay.");
-  command->add_flag("--comments", options->comments,
-                    "Comments become <p>, blanks, </p>, up to the first\n"
-                    "stray -->. Offsets stay.");
-  command->add_flag("--handlers", options->handlers,
-                    "onload, onmouseover and onmouseout lose their\n"
-                    "values. Moves offsets.");
-  command
-      ->add_option("--tag", keepIn(options->tags),
-                   "Elements whose name begins with NAME become\n"
-                   "<NAME></NAME>; may be given several times.\n"
-                   "Moves offsets.")
-      ->option_text("NAME")
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
-      ->check(checkTag);
-  addFiles(*command, options->files);
-  command->footer(kNotes);
-  command->callback([&job, options] {
+  addFlag(command, "--scripts", options->scripts,
+          "Script bodies become blanks; their tags stay.\n"
+          "Offsets stay.");
+  addFlag(command, "--comments", options->comments,
+          "Comments become <p>, blanks, </p>, up to the first\n"
+          "stray -->. Offsets stay.");
+  addFlag(command, "--handlers", options->handlers,
+          "onload, onmouseover and onmouseout lose their\n"
+          "values. Moves offsets.");
+  addTexts(command, "--tag", options->tags, "NAME",
+           "Elements whose name begins with NAME become\n"
+           "<NAME></NAME>; may be given several times.\n"
+           "Moves offsets.",
+           checkTag);
+  addFiles(command, options->files);
+  finishCommand(command, kNotes, [&job, options] {
     requireWork(*options);
     job = [options](Output& output) { return run(*options, output); };
   });

@@ -9,10 +9,10 @@
 
 namespace pagescan::tool {
 
-// Tells about each "url(" and "@import" outside comments that gave no record, but for those that
+// Tells about each "url(" and "@import" outside comments that gave no record, except for those that
 // are empty or a fragment.
 // offsets  where the values that were read begin in `css`, ascending
-// lead     bytes in front of the input's own text
+// lead     bytes before the input's own text
 // Cost     linear in the text
 void tellUnreadStyle(const std::string& inputName, const RWCString& css,
                      const std::vector<int>& offsets, std::size_t lead);

@@ -1,5 +1,4 @@
 // pagescan utf8: to and from UTF-8 where that is needed.
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstddef>
 #include <limits>
@@ -107,20 +106,20 @@ std::string checkCodePage(const std::string& name) {
 }  // namespace
 
 void addUtf8(CLI::App& app, Job& job) {
-  CLI::App* command = app.add_subcommand("utf8", kDescription)->group(kCharacterCommands);
+  CLI::App& command = addCommand(app, "utf8", kDescription, kCharacterCommands);
   const auto options = std::make_shared<Options>();
-  addChoice(*command, "--to", options->to, {"utf8", "ansi"},
+  addChoice(command, "--to", options->to, {"utf8", "ansi"},
             "Where to: utf8, the default, or ansi, the code page");
-  addText(*command, "--code-page", options->codePage, "NAME",
+  addText(command, "--code-page", options->codePage, "NAME",
           "The other character set, ISO-8859-1 by default: any\n"
-          "that iconv knows and that writes \"A\" as one byte")
-      ->check(checkCodePage);
-  command->add_flag("--check", options->onlyChecks,
-                    "Only tell what each input is; write none of it");
-  addFiles(*command, options->files);
-  command->footer(kNotes);
-  command->callback(
-      [&job, options] { job = [options](Output& output) { return run(*options, output); }; });
+          "that iconv knows and that writes \"A\" as one byte",
+          checkCodePage);
+  addFlag(command, "--check", options->onlyChecks,
+          "Only tell what each input is; write none of it");
+  addFiles(command, options->files);
+  finishCommand(command, kNotes, [&job, options] {
+    job = [options](Output& output) { return run(*options, output); };
+  });
 }
 
 }  // namespace pagescan::tool

@@ -1,5 +1,6 @@
 #include "documents/command_facts.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 
 namespace pagescan::tool {

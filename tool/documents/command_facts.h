@@ -3,7 +3,6 @@
 #ifndef PAGESCAN_TOOL_COMMAND_FACTS_H
 #define PAGESCAN_TOOL_COMMAND_FACTS_H
 
-#include <CLI/CLI.hpp>
 #include <string>
 #include <vector>
 

@@ -2,6 +2,7 @@
 // line itself describes its commands, to FOLDER/docs/man and FOLDER/completions. The test run holds
 // the files of the source tree to it; after a change to an option: pagescan_documents
 // SOURCE-FOLDER.
+#include <CLI/CLI.hpp>
 #include <filesystem>
 #include <fstream>
 #include <iostream>

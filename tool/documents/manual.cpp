@@ -1,5 +1,6 @@
 #include "documents/manual.h"
 
+#include <CLI/CLI.hpp>
 #include <cctype>
 #include <string_view>
 
@@ -93,7 +94,7 @@ struct Notes {
       });
     } else if (firstEnd != std::string_view::npos && firstEnd < paragraph.find('\n')) {
       const std::string_view lines = paragraph.substr(firstEnd + 2);
-      text += ".Pp\n" + escaped(paragraph.substr(0, firstEnd + 1)) + "\n.Bd \\-literal\n";
+      text += ".Pp\n" + escaped(paragraph.substr(0, firstEnd + 1)) + "\n.Bd -literal\n";
       forEachLine(lines, [this](std::string_view line) { text += escaped(line) + "\n"; });
       text += ".Ed\n";
     } else {

@@ -51,7 +51,7 @@ The bytes that spell the URL, as offsets from the start of the input; end is the
 Where they start, both from 1, columns in bytes.
 A line ends with LF, CR or CR LF.
 .It Va element , attribute
-The place in lower case; svg: or math: stands in front of elements of these namespaces, and the attribute is
+The place in lower case; svg: or math: stands before elements of these namespaces, and the attribute is
 empty for the text of an element.
 .It Va kind , slot
 What the place is for, and how the URL is written there.
