@@ -74,7 +74,7 @@ class PageWriter {
     page_ = "<!DOCTYPE html>\n<html>\n<head>\n<title>A page</title>\n";
     if (random_.below(20) == 0) page_ += "<base href=\"http://www.example.com/news/\">\n";
     page_ += "</head>\n<body background=\"bg.gif\" onload=\"start()\">\n";
-    while (page_.size() < length) writeKind(kindBehind());
+    while (page_.size() < length) writeKind(kindMissing());
     page_ += "</body>\n</html>\n";
     return RWCString(page_.data(), page_.size());
   }
@@ -167,7 +167,7 @@ class PageWriter {
                                                   {7, &PageWriter::writeStyle},
                                                   {2, &PageWriter::writeComment}}};
 
-  std::size_t kindBehind() const {
+  std::size_t kindMissing() const {
     std::size_t after = 0;
     for (std::size_t kind = 1; kind < kKinds.size(); ++kind) {
       if (written_[kind] * kKinds[after].percent < written_[after] * kKinds[kind].percent) {

@@ -37,7 +37,7 @@ class PAGESCAN_EXPORT urlBase {
 
   // The absolute form of a link, for single links of a host. Splits by shortParse. Decodes
   // character entities in `url` and cleans it, in place, also dropping a leading "./" and putting
-  // the protocol in front of a leading "//". "../" is folded at the start of the link alone.
+  // the protocol before a leading "//". "../" is folded at the start of the link alone.
   // A single byte other than "/" yields the base directory, and "?x" is put after the directory
   // without the file name.
   // Cost    linear in the link and the base.

@@ -55,7 +55,7 @@ class PAGESCAN_EXPORT CZKHTMLDietTransactionsObject : public RWCollectable {
  private:
   friend class CHTMLOffsetParser;
 
-  // Deletes the attribute records, but for one that was not made by itself.
+  // Deletes the attribute records, except for one that was not made by itself.
   PAGESCAN_INTERNAL void deleteAttributesBut(const RWCollectable* kept);
 
   // Inserts under a key that is the record's from then on; false when an equal one is present.

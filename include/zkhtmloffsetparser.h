@@ -63,7 +63,7 @@ class PAGESCAN_EXPORT CHTMLOffsetParser {
   // ";": in "@import \"a.css\"; p{b:url(c)}" only c is found. A URL ends at its first ")", in
   // quotes too: url("a(1).gif") gives "a(1". Fails       RWBoundsErr when neither white space, ";"
   // nor "{" stands before the
-  //             last ":" in front of a url(...), as in "background:url(a.gif)"; records made so far
+  //             last ":" before a url(...), as in "background:url(a.gif)"; records made so far
   //             stay. A rule set around the declarations avoids it.
   // Cost        linear in the text.
   void ParseCSS(const RWCString& css);

@@ -26,7 +26,7 @@ void convertInto(Routine routine, const fuzz::Block& source, int length,
   }
 }
 
-// A text up to its closing NUL, and the same by its length with nothing behind it.
+// A text up to its closing NUL, and the same by its length with nothing after it.
 void convert(Routine routine, const std::string& text, const std::string& expected) {
   convertInto(routine, fuzz::CString(text), -1, expected);
   const fuzz::Block block(text);

@@ -124,7 +124,7 @@ class PAGESCAN_PAGE_EXPORT Base {
   friend class internal::PlainLinks;
 
   std::optional<Url> url_;
-  std::size_t directoryEnd_ = 0;  // after the last "/" of the path; 0 but for http and https
+  std::size_t directoryEnd_ = 0;  // after the last "/" of the path; 0 except for http and https
 };
 
 // Resolves `url` against `base` and returns the serialised absolute URL.

@@ -2,9 +2,9 @@
 //
 // Language   literal bytes; classes in brackets with ranges ("[a-z0-9]"); "\t", "\r", "\n" for the
 //            control characters and a backslash before any other byte for that byte, inside and
-//            outside classes; "*", "+" and "?" after a byte or a class; "^" in front of all for
+//            outside classes; "*", "+" and "?" after a byte or a class; "^" before all for
 //            the start of the text searched. Nothing else is special: "." and a "^" elsewhere are
-//            literal bytes. An operator with nothing before it and a backslash with nothing behind
+//            literal bytes. An operator with nothing before it and a backslash with nothing after
 //            it are literal bytes, an unclosed class ends with the pattern.
 // Matches    are leftmost, then longest.
 // Cost       linear in the text, whatever the text: nothing is ever tried again.

@@ -22,7 +22,7 @@ struct ScannedName {
   const char* begin;
   const char* end;
   const char* next;
-  const char* readTo;  // no byte from here on was looked at, but for one that stopped the reading
+  const char* readTo;  // no later byte was looked at, except for one that stopped the reading
 
   std::string_view name() const { return {begin, static_cast<std::size_t>(end - begin)}; }
 };

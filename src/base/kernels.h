@@ -58,7 +58,7 @@ struct UrlForm {
 };
 
 // The forms of all bytes, and the same once more for vectors: a byte that is not escaped is itself,
-// but for the blank, and an escape is made of "%" and two of `digits`.
+// except for the blank, and an escape is made of "%" and two of `digits`.
 struct UrlForms {
   // By the low half of a byte, a bit for each high half with which it is kept.
   static constexpr std::array<unsigned char, 16> kRowBits = {1, 2, 4, 8, 16, 32, 64, 128};

@@ -103,7 +103,7 @@ const char* firstOf(Mask candidates, const char* at, Accept& accept) {
 
 // The first aligned place after `at`.
 template <class Vector>
-const char* alignedBehind(const char* at) {
+const char* alignedAfter(const char* at) {
   return at + (Vector::kWidth - reinterpret_cast<std::uintptr_t>(at) % Vector::kWidth);
 }
 
@@ -124,7 +124,7 @@ const char* findProbesFolding(const char* at, const char* last, const Needle& pr
     return nullptr;
   }
   if (const char* found = firstIn(at)) return found;
-  at = alignedBehind<Vector>(at);
+  at = alignedAfter<Vector>(at);
   for (; last - at >= 2 * kBlock; at += 2 * kBlock) {
     if (!filter.fitsIn(at, 2 * kBlock)) continue;
     for (const char* block : {at, at + kBlock}) {

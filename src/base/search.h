@@ -59,7 +59,7 @@ inline const char* findEndOfLastNotOf(const char* begin, const char* end, const 
   return end;
 }
 
-// Whether `length` bytes are the same but for the case of ASCII letters.
+// Whether `length` bytes are the same except for the case of ASCII letters.
 bool equalsIgnoringCase(const char* a, const char* b, std::size_t length);
 
 // Compares as strncasecmp does in the "C" locale: up to `length` bytes, stopping at a NUL.

@@ -85,7 +85,7 @@ class ElementEmptier {
     return findIgnoringCase(from, end_, closeText_);
   }
 
-  // The end of the first comment that begins in front of `closeAt`, when it ends after it.
+  // The end of the first comment that begins before `closeAt`, when it ends after it.
   const char* endOfCommentHolding(const char* from, const char* closeAt) {
     const char* comment = comments_.from(from);
     if (comment > closeAt) return nullptr;

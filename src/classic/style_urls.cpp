@@ -64,7 +64,7 @@ StyleUrlScanner::Token StyleUrlScanner::findToken() {
   return {begin, begin + 1, closingQuotes_.from(begin + 1)};
 }
 
-// The end is searched from the place of the scan: a stray one in front of the comment makes its
+// The end is searched from the place of the scan: a stray one before the comment makes its
 // opening merely skipped.
 StyleUrlScanner::Step StyleUrlScanner::passComment(const char* comment) {
   const char* commentEnd = commentEnds_.from(at_);
@@ -73,7 +73,7 @@ StyleUrlScanner::Step StyleUrlScanner::passComment(const char* comment) {
   return Step::again;
 }
 
-// Only the first URL after an @import belongs to it, and only in front of its ";".
+// Only the first URL after an @import belongs to it, and only before its ";".
 StyleUrlScanner::Step StyleUrlScanner::takeImport(const char* import, const Token& token,
                                                   StyleUrl& url) {
   const char* semicolon = semicolons_.from(import);
@@ -92,7 +92,7 @@ StyleUrlScanner::Step StyleUrlScanner::takeUrl(const Token& token, StyleUrl& url
   return url.text.empty() || url.text.front() == '#' ? Step::again : Step::found;
 }
 
-// The name in front of the last ":" must begin after some byte that ends what came before. The
+// The name before the last ":" must begin after some byte that ends what came before. The
 // last ":" lies after such a byte just when any does.
 void StyleUrlScanner::checkProperty(const char* urlBegin) const {
   const bool hasName = firstColon_ < urlBegin;

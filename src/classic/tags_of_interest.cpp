@@ -29,7 +29,7 @@ static_assert(
     "two tags of the table begin with the same two letters, by which they are told apart");
 
 // A letter after the first one of a tag's name is of one of seven kinds. The eighth is for the
-// bytes that are skipped in front of names: anything may follow those.
+// bytes that are skipped before names: anything may follow those.
 constexpr unsigned char kindOf(char second) {
   return static_cast<unsigned char>(1U << letterCode(second) % 7);
 }

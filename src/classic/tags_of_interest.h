@@ -14,7 +14,7 @@ namespace pagescan::internal {
 
 inline constexpr std::size_t kCells = 6;
 
-// A tag and its attributes: whoever adds a tag or an attribute adds it here, in lower case but for
+// A tag and its attributes: whoever adds a tag or an attribute adds it here, in lower case except
 // the tag. All else follows at compile time. An empty cell ends the attributes, and an empty tag
 // the table. APPLET fills its row, so its attributes run on through the row below, that row's tag
 // included. Hosts rely on it: an applet's "classid" is recorded too.
@@ -154,11 +154,11 @@ inline constexpr std::size_t kNoAttribute = kAttributes;
 std::size_t findAttributeOfInterest(std::string_view name);
 
 // The first place at or after `begin` at which "<" is followed by bytes that may be the first three
-// of a tag of interest, or by a byte that is skipped in front of names; `end` when there is none,
+// of a tag of interest, or by a byte that is skipped before names; `end` when there is none,
 // or no room for a tag.
 const char* findTagOpening(const char* begin, const char* end);
 
-// The bytes that end a tag's name, and that are skipped in front of one. "~" is one of them.
+// The bytes that end a tag's name, and that are skipped before one. "~" is one of them.
 inline constexpr ByteClass kTagNameEnds = kHtmlWhiteSpace | ByteClass::of("<>~");
 
 }  // namespace pagescan::internal

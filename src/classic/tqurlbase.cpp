@@ -125,7 +125,7 @@ int urlBase::parse() {
 
 namespace {
 
-// A link with a "://" of its own, in front of any query.
+// A link with a "://" of its own, before any query.
 bool isAbsolute(std::string_view link) {
   const std::size_t mark = link.find("://");
   return mark != kNone && link.front() != '/' && link.substr(0, mark).find('?') == kNone;

@@ -334,7 +334,7 @@ TEST(CTQCharSet, DecodesWhatItsDictionaryHolds) {
   EXPECT_EQ(decoded("&#65; and more text"), "A and more text");
 }
 
-// Fills an instance anew, as many names as before and the same but for "nbsp".
+// Fills an instance anew, as many names as before and the same except for "nbsp".
 void refill(CTQCharSet& own, RWCollectable* nbsp) {
   own.clearAndDestroy();
   own.insertKeyAndValue(new RWCollectableString("nbsp"), nbsp);

@@ -114,7 +114,7 @@ constexpr LinkCase kOddBases[] = {
     {HERE, "http://h", "x.html"sv, "http://h/x.html", "x.html"},
     {HERE, "http://h?q", "#f"sv, "http://h/#f", "#f"},
     {HERE, "http://h/d/", "#f"sv, "http://h/d/#f", "#f"},
-    // A base that cannot be split leaves nothing in front.
+    // A base that cannot be split leaves nothing before the link.
     {HERE, "ftp://h/d/", "x.html"sv, "x.html", "x.html"},
     {HERE, "ftp://h/d/", "/x"sv, "/x", "/x"},
     {HERE, "ftp://h/d/", "//c/x"sv, "c/x", "c/x"},
@@ -312,7 +312,7 @@ constexpr ResolveCase kHosts[] = {
     {HERE, "a../../b", "#c"sv, "/b#c"},
 };
 
-TEST(CalcUrl, FoldsBehindTheFirstPlaceOfTheHost) {
+TEST(CalcUrl, FoldsAfterTheFirstPlaceOfTheHost) {
   forEachPlacement(kHosts, expectResolved);
 }
 
@@ -388,7 +388,7 @@ TEST(CalcUrl, FoldsALongBase) {
   EXPECT_EQ(bytesOf(out), "http://w1/a/x");
 }
 
-// The host nearly occurs at every byte in front of it. A search that tried each place anew would be
+// The host nearly occurs at every byte before it. A search that tried each place anew would be
 // at it for more than ten minutes.
 TEST(CalcUrl, EndsOnABaseThatIsLikeItsHost) {
   const std::string like(16'000'000, 'a');

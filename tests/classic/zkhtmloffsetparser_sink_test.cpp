@@ -73,7 +73,7 @@ constexpr StepCase kSteps[] = {
     {HERE, "FRAME", "<img src=a><own", "IMG src=a@9->http://w1/d/a\n"},
 };
 
-TEST(ParseHTML, GoesOnBehindAnElementOfASink) {
+TEST(ParseHTML, GoesOnAfterAnElementOfASink) {
   forEachRow(kSteps, [](const StepCase& row) {
     CHTMLOffsetParser parser("http://w1/d/page.html");
     ActingSink sink;

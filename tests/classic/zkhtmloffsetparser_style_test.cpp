@@ -197,7 +197,7 @@ constexpr StyleCase kBoundsErrors[] = {
     {HERE, "\"a\"b:\"c\""sv, "IMG src=a@1->http://w1/d/a\n"},
 };
 
-TEST(ParseCSS, RaisesTheBoundsErrorBehindAPropertyAtTheStart) {
+TEST(ParseCSS, RaisesTheBoundsErrorAfterAPropertyAtTheStart) {
   forEachPlacement(kBoundsErrors, expectBoundsError);
 }
 
@@ -211,7 +211,7 @@ constexpr StyleCase kDelimited[] = {
     {HERE, "a{:url(x)"sv, "IMG src=x@7->http://w1/d/x\n"},
     {HERE, "a: b:url(x)"sv, "IMG src=x@9->http://w1/d/x\n"},
     {HERE, "/* c */b:url(x)"sv, "IMG src=x@13->http://w1/d/x\n"},
-    // Only the last ":" in front of the URL counts, one inside it does not.
+    // Only the last ":" before the URL counts, one inside it does not.
     {HERE, "url(a:b)"sv, "IMG src=a:b@4->a:b\n"},
     // Without its ")" the URL ends the pass before its property is looked for.
     {HERE, "a:url(x"sv, ""},

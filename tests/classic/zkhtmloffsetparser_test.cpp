@@ -96,7 +96,7 @@ constexpr PageCase kTagNames[] = {
     {HERE, "<img\fsrc=a>", ""},
     {HERE, "</img src=a>", ""},
     {HERE, "<\xE4img src=a>", ""},
-    // Delimiters in front of a name are passed over.
+    // Delimiters before a name are passed over.
     {HERE, "< <IMG src=a>", "IMG src=a@11->http://w1/d/a\n"},
     {HERE, "< \t\r\n~img src=a>", "IMG src=a@14->http://w1/d/a\n"},
     {HERE, "<>img src=a>", "IMG src=a@10->http://w1/d/a\n"},

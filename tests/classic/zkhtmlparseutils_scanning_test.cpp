@@ -74,7 +74,7 @@ constexpr SkipCase kWhiteSpaceSkips[] = {
     {HERE, "                                        x"sv, 41, 0, true, 40},
 };
 
-TEST(HtmlSkipWhiteSpaces, StopsBehindTheWhiteSpace) {
+TEST(HtmlSkipWhiteSpaces, StopsAfterTheWhiteSpace) {
   forEachPlacement(kWhiteSpaceSkips, expectSkip<htmlSkipWhiteSpaces>);
 }
 
@@ -248,7 +248,7 @@ constexpr ElementCase kElements[] = {
     {HERE, "ax"sv, 2, "a\0>"sv, 0, ' ', false},
 };
 
-TEST(IsElementOfType, ComparesTheNameAndTheByteBehindIt) {
+TEST(IsElementOfType, ComparesTheNameAndTheByteAfterIt) {
   forEachPlacement(kElements, [](const ElementCase& row, Placement& place) {
     RWCString& text = place.string(row.text);
     const char* const name = place.bytes(row.name).data();

@@ -124,7 +124,7 @@ GoldenAttribute goldenOf(CZKHTMLDietAttributeObject& attribute) {
           attribute.GetOriginalAttributeValue(), attribute.GetAttributeOffset()};
 }
 
-// The attributes with the record's first one in front; the order of the others is not shown.
+// The attributes with the record's first one first; the order of the others is not shown.
 GoldenRecord goldenOf(CZKHTMLDietTransactionsObject& record) {
   GoldenRecord golden{record.GetTagName(), {}};
   for (CZKHTMLDietAttributeObject* const attribute : attributesOf(record)) {

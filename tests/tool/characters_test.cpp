@@ -14,7 +14,7 @@ TEST(Entities, DecodesToBytes) {
   EXPECT_EQ(outputOf({"entities"}, ""), "");
 }
 
-TEST(Entities, WritesFilesOneBehindTheOther) {
+TEST(Entities, WritesFilesOneAfterTheOther) {
   TemporaryFolder folder;
   EXPECT_EQ(outputOf({"entities", folder.file("a", "&lt;"), "-", folder.file("b", "&gt;")}, "\0"s),
             "<\0>"s);

@@ -38,7 +38,7 @@ TEST(Encode, TextsOnTheCommandLineGiveOneLineEach) {
             "a+b\n\n%E9\n%0A\n");
 }
 
-TEST(Encode, TakesOptionsBehindTheTexts) {
+TEST(Encode, TakesOptionsAfterTheTexts) {
   EXPECT_EQ(outputOf({"encode", "a b", "--flavour=escape", "c d"}), "a%20b\nc%20d\n");
 }
 

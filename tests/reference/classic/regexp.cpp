@@ -27,7 +27,7 @@ unsigned char unsignedByte(char c) {
   return static_cast<unsigned char>(c);
 }
 
-// Reads one byte at `at` and steps over it; a backslash and the byte behind it are one.
+// Reads one byte at `at` and steps over it; a backslash and the byte after it are one.
 unsigned char readByte(const std::string& pattern, std::size_t& at) {
   const char c = pattern[at++];
   if (c != '\\' || at == pattern.length()) return unsignedByte(c);

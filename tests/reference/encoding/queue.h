@@ -28,7 +28,7 @@ class Queue {
     return item;
   }
 
-  // Puts items in front, the first one foremost. The end of the queue is there anyway.
+  // Puts items at the beginning, in their order. The end of the queue is there anyway.
   void restore(std::initializer_list<int> items) {
     for (const int* item = items.end(); item != items.begin();) {
       if (*--item != kEndOfQueue) items_.push_back(*item);

@@ -178,7 +178,7 @@ void Reader::readBase(const Attribute& attribute, Found found, const Located& at
   found_.push_back(found);
 }
 
-// One URL of an attribute, but for CSS and base.
+// One URL of an attribute, except for CSS and base.
 void Reader::add(Found found, const Text& value, const Part& part) {
   const Document& document = *part.document;
   const bool isBlankValue = isBlank(value);

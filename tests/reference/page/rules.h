@@ -19,7 +19,7 @@ struct Verdict {
 // Whether the row is for this element: its name, attribute, profile and, for some, its values.
 bool isRowFor(const PlaceRow& row, const Node& element, std::string_view attribute);
 
-// The kind and flags of an attribute's references, but for CSS, JSON and base.
+// The kind and flags of an attribute's references, except for CSS, JSON and base.
 // value   the decoded value of the attribute
 Verdict judge(const PlaceRow& row, const Node& element, std::string_view attribute,
               std::string_view value, bool scripting);

@@ -77,7 +77,7 @@ bool isBidiLabel(const CodePoints& label) {
   });
 }
 
-// 4.1 "Validity Criteria", but for the last.
+// 4.1 "Validity Criteria", except for the last.
 bool isValid(const CodePoints& label) {
   if (label.empty()) return true;
   if (toNfc(label) != label) return false;
