@@ -167,15 +167,17 @@ std::size_t findSpecial(std::string_view page, std::size_t at, std::size_t end,
                         const ByteClass& special) {
   constexpr std::uint64_t kOnes = 0x0101010101010101;
   constexpr std::uint64_t kHighs = kOnes << 7;
-  // Only the lowest marked byte is sure to be one, which is enough to tell that there is none.
-  const auto marks = [](std::uint64_t word, char byte) {
-    const std::uint64_t difference = word ^ (kOnes * toByte(byte));
+  // A special byte that is looked for in any case stands for "&" where that is none.
+  const std::uint64_t ampersands = special.contains('&') ? kOnes * toByte('&') : 0;
+  // Only the lowest marked byte is sure to be one.
+  const auto marks = [](std::uint64_t word, std::uint64_t bytes) {
+    const std::uint64_t difference = word ^ bytes;
     return (difference - kOnes) & ~difference;
   };
-  for (; end - at >= sizeof(std::uint64_t) && at < end; at += sizeof(std::uint64_t)) {
+  for (; end - at >= sizeof(std::uint64_t); at += sizeof(std::uint64_t)) {
     const auto word = loadWord<std::uint64_t>(page.data() + at);
     const std::uint64_t found =
-        (word | marks(word, '&') | marks(word, '\r') | marks(word, '\0')) & kHighs;
+        (word | marks(word, ampersands) | marks(word, kOnes * '\r') | marks(word, 0)) & kHighs;
     if (found != 0) break;
   }
   while (at < end && !special.contains(page[at])) ++at;

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/words.h"
 #include "encoding/sniffing.h"
 #include "page/part_reader.h"
 #include "page/values.h"
@@ -12,7 +13,12 @@ namespace pagescan::internal {
 namespace {
 
 bool isAscii(std::string_view bytes) {
-  return std::all_of(bytes.begin(), bytes.end(), [](char c) { return toByte(c) < 0x80; });
+  std::uint64_t joined = 0;
+  for (; bytes.size() >= sizeof joined; bytes.remove_prefix(sizeof joined)) {
+    joined |= loadWord<std::uint64_t>(bytes.data());
+  }
+  for (const char c : bytes) joined |= toByte(c);
+  return (joined & 0x8080808080808080) == 0;
 }
 
 std::unique_ptr<PageReading> readOnce(std::string_view bytes, const PageOptions& options,

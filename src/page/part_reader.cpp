@@ -53,18 +53,24 @@ void PartReader::read() {
   reader.read(part_.range);
 }
 
-std::uint8_t PartReader::startTag(const StartTag& tag) {
+std::uint8_t PartReader::startRareTag(const StartTag& tag) {
   if (tag.merged && part_.isFragment) return tag.note;  // into the root that holds the fragment
-  const bool isSvgStyle = tag.space == Namespace::svg && tag.name == id(Element::style);
-  if (isSvgStyle) svgSheets_.emplace_back().owner = tag.begin;
-  if (tag.attributeCount == 0 && !isSvgStyle) return 0;
+  if (tag.space != Namespace::svg || tag.name != id(Element::style)) return readPlaces(tag);
+  svgSheets_.emplace_back().owner = tag.begin;
+  const std::uint8_t note = readPlaces(tag);
+  const Situation situation(*reader_, tag, text_.text(), part_.scripting, scratch_);
+  readPlace(situation, textAsAttribute({tag.end, tag.end}));
+  return note;
+}
+
+// Those of the tag's attributes. Returns the note for its children.
+std::uint8_t PartReader::readPlaces(const StartTag& tag) {
   const Situation situation(*reader_, tag, text_.text(), part_.scripting, scratch_);
   if (!page_.encodingIsSettled && part_.document == 0 && tag.is(Element::meta)) {
     settleEncoding(situation);
   }
   for (std::uint32_t i = 0; i < tag.attributeCount; ++i) readPlace(situation, tag.attributes[i]);
-  if (isSvgStyle) readPlace(situation, textAsAttribute({tag.end, tag.end}));
-  return tag.is(Element::video) || tag.is(Element::audio) ? mediaNotes(situation) : 0;
+  return tag.is(Element::video) || tag.is(Element::audio) ? mediaNotes(situation) : std::uint8_t{0};
 }
 
 void PartReader::rawText(const StartTag& tag, Span text) {
@@ -88,7 +94,7 @@ void PartReader::settleEncoding(const Situation& meta) {
 void PartReader::readPlace(const Situation& situation, const TagAttribute& attribute) {
   if (page_.own != nullptr && readOwnPlace(situation, attribute)) return;
   const StartTag& tag = situation.tag();
-  const Place* place = firstPlace(tag.space, tag.name, attribute.name);
+  const Place* place = firstPlace(page_.profiles, tag.space, tag.name, attribute.name);
   while (place != nullptr && !tryPlace(*place, situation, attribute)) {
     place = nextPlace(place, page_.profiles, tag.space, tag.name);
   }
@@ -110,14 +116,25 @@ bool PartReader::tryPlace(const Place& place, const Situation& situation,
                           const TagAttribute& attribute) {
   if ((place.profile & ~page_.profiles) != 0) return false;
   const StartTag& tag = situation.tag();
-  auto judgement =
-      place.rule == Rule::byBase ? judgeBase(tag, attribute) : judge(situation, attribute, place);
-  if (!judgement) return false;
-  judgement->flags |= part_.flags;
-  if (tag.inTemplate) judgement->flags |= kTemplate;
-  readSlot(
-      place.slot, situation, attribute,
-      {text_.beginInPage(tag.begin), elementId(tag.space, tag.name), attribute.name, *judgement});
+  Kind kind = place.kind;
+  Flags flags = tag.inTemplate ? Flags{kTemplate} : Flags{0};
+  if (place.rule != Rule::plain) {
+    const auto judgement =
+        place.rule == Rule::byBase ? judgeBase(tag, attribute) : judge(situation, attribute, place);
+    if (!judgement) return false;
+    kind = judgement->kind;
+    flags |= judgement->flags;
+  }
+  flags |= part_.flags;
+  const auto found = [&]() -> Found {
+    return {text_.beginInPage(tag.begin), elementId(tag.space, tag.name), attribute.name, kind,
+            flags};
+  };
+  if (place.slot == PlaceSlot::url) {
+    readUrl(found(), attribute.valueBegin, attribute.valueEnd);
+  } else {
+    readSlot(place.slot, situation, attribute, found());
+  }
   return true;
 }
 

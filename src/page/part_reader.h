@@ -15,6 +15,7 @@
 #include "page/rules.h"
 #include "page/style_text.h"
 #include "page/text_layer.h"
+#include "page/white_space.h"
 
 namespace pagescan::internal {
 
@@ -28,7 +29,10 @@ class PartReader {
 
   // What the ElementReader calls.
   static constexpr bool kTakesBareTags = false;  // no attribute, no place
-  std::uint8_t startTag(const StartTag& tag);
+  std::uint8_t startTag(const StartTag& tag) {
+    if (tag.merged || tag.space != Namespace::html) return startRareTag(tag);
+    return tag.attributeCount == 0 ? std::uint8_t{0} : readPlaces(tag);
+  }
   void rawText(const StartTag& tag, Span text);
   void svgStyleText(std::uint32_t owner, Span text, bool isCdata);
   void svgStyleEnds(std::uint32_t owner);
@@ -40,7 +44,8 @@ class PartReader {
     std::uint32_t tag;  // in the page
     NameId element;     // as in Reference
     NameId attribute;   // kUnknownName: the element's text
-    Judgement judgement;
+    Kind kind;
+    Flags flags;
   };
 
   // The text of an SVG style element that is open. It comes in pieces.
@@ -52,6 +57,8 @@ class PartReader {
   };
 
   // part_reader.cpp
+  std::uint8_t startRareTag(const StartTag& tag);
+  std::uint8_t readPlaces(const StartTag& tag);
   void settleEncoding(const Situation& meta);
   void readPlace(const Situation& situation, const TagAttribute& attribute);
   bool readOwnPlace(const Situation& situation, const TagAttribute& attribute);
@@ -65,6 +72,16 @@ class PartReader {
   void readRefresh(const Found& found, std::uint32_t begin, std::uint32_t end);
   void readJson(const Situation& script, const Found& found, std::uint32_t begin,
                 std::uint32_t end);
+  // Whether a value is white space, however that is written.
+  static bool isBlankValue(std::string_view raw) {
+    if (raw.empty()) return true;
+    const bool startsBlank = kAsciiWhiteSpace.contains(raw[0]) || raw[0] == '&';
+    return startsBlank && isWhiteSpaceText(raw);
+  }
+  // An empty URL means the document itself where a user goes somewhere or sends something.
+  static bool mayBeBlank(Kind kind) {
+    return kind == Kind::navigation || kind == Kind::form || kind == Kind::base;
+  }
   template <typename Reader>
   void readList(Slot slot, const Found& found, std::uint32_t begin, std::uint32_t end);
   std::string_view decode(std::uint32_t begin, std::uint32_t end, TextForm form);
@@ -97,6 +114,27 @@ class PartReader {
   std::vector<JsonReference> jsonReferences_;
   std::vector<SvgSheet> svgSheets_;
 };
+
+// --- what nearly all references go through ---
+
+inline void PartReader::readUrl(const Found& found, std::uint32_t begin, std::uint32_t end) {
+  const std::string_view raw = text_.text().substr(begin, end - begin);
+  if (isBlankValue(raw) && !mayBeBlank(found.kind)) return;
+  append(found, Slot::url, text_.toPage(begin, end));
+}
+
+inline void PartReader::append(const Found& found, Slot slot, Span inPage) {
+  Reference reference;
+  reference.span = inPage;
+  reference.tag = found.tag;
+  reference.parent = parent_;
+  reference.element = found.element;
+  reference.attribute = found.attribute;
+  reference.kind = found.kind;
+  reference.slot = slot;
+  reference.flags = found.flags;
+  page_.references.append(reference);
+}
 
 }  // namespace pagescan::internal
 

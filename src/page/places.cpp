@@ -291,10 +291,21 @@ constexpr void linkRows(PlaceTables& tables) {
   }
 }
 
+constexpr void skipRows(PlaceTables& tables) {
+  for (std::size_t set = 0; set < kProfileSetCount; ++set) {
+    for (std::size_t row = kPlaceCount; row-- > 0;) {
+      const bool isWanted = (kPlaces[row].profile & ~set) == 0;
+      tables.wanted[set][row + 1] =
+          isWanted ? static_cast<std::uint8_t>(row + 1) : tables.wanted[set][tables.next[row]];
+    }
+  }
+}
+
 constexpr PlaceTables makeTables() {
   PlaceTables tables = numberClasses();
   findFirstRows(tables);
   linkRows(tables);
+  skipRows(tables);
   return tables;
 }
 

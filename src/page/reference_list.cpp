@@ -12,6 +12,18 @@ bool standsBefore(const Reference& a, const Reference& b) {
 
 }  // namespace
 
+void ReferenceList::startBlock() {
+  const std::size_t block = size_ / kBlock;
+  if (block == blocks_.size()) blocks_.push_back(std::make_unique<Reference[]>(kBlock));
+  next_ = blocks_[block].get() + size_ % kBlock;
+  blockEnd_ = blocks_[block].get() + kBlock;
+}
+
+void ReferenceList::truncate(std::size_t size) {
+  size_ = size;
+  next_ = blockEnd_ = nullptr;
+}
+
 std::vector<Reference> ReferenceList::take() {
   std::vector<Reference> all;
   all.reserve(size_);
@@ -20,7 +32,7 @@ std::vector<Reference> ReferenceList::take() {
     all.insert(all.end(), block, block + std::min(kBlock, size_ - i));
   }
   blocks_.clear();
-  size_ = 0;
+  truncate(0);
   // Text of an SVG style element is read after the elements inside it.
   if (!std::is_sorted(all.begin(), all.end(), standsBefore)) {
     std::stable_sort(all.begin(), all.end(), standsBefore);

@@ -22,13 +22,13 @@ class ReferenceList {
   const Reference& operator[](std::size_t i) const { return blocks_[i / kBlock][i % kBlock]; }
 
   void append(const Reference& reference) {
-    if (size_ == blocks_.size() * kBlock) blocks_.push_back(std::make_unique<Reference[]>(kBlock));
-    blocks_[size_ / kBlock][size_ % kBlock] = reference;
+    if (next_ == blockEnd_) startBlock();
+    *next_++ = reference;
     ++size_;
   }
 
   // Drops all from index `size` on.
-  void truncate(std::size_t size) { size_ = size; }
+  void truncate(std::size_t size);
 
   // Moves them out, in the order of span.begin, then of span.end.
   // Cost   linear where they came in that order, as nearly always
@@ -37,8 +37,13 @@ class ReferenceList {
  private:
   static constexpr std::size_t kBlock = 256;
 
+  // Goes on in the block that the next reference belongs into.
+  void startBlock();
+
   std::vector<std::unique_ptr<Reference[]>> blocks_;
   std::size_t size_ = 0;
+  Reference* next_ = nullptr;  // where the next one goes, in a block that ends there:
+  Reference* blockEnd_ = nullptr;
 };
 
 }  // namespace pagescan::internal

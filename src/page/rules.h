@@ -21,9 +21,8 @@ struct Judgement {
 // The judgement about one attribute of a tag; none when the row is not for this tag.
 using RuleFunction = std::optional<Judgement>(const Situation&, const TagAttribute&, const Place&);
 
-// The function of a rule. Rule::byBase is not among them: the document knows its bases.
-std::optional<Judgement> judge(const Situation& situation, const TagAttribute& attribute,
-                               const Place& place);
+// What the function of a rule says. Rule::byBase is not among them: the document knows its bases.
+RuleFunction judge;
 
 // rules_link.cpp
 RuleFunction judgeLink;

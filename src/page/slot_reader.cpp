@@ -3,24 +3,12 @@
 #include "page/refresh.h"
 #include "page/srcset.h"
 #include "page/url_lists.h"
-#include "page/white_space.h"
 
 namespace pagescan::internal {
 namespace {
 
-// An empty URL means the document itself where a user goes somewhere or sends something.
-bool mayBeBlank(Kind kind) {
-  return kind == Kind::navigation || kind == Kind::form || kind == Kind::base;
-}
-
 bool hasReference(std::string_view raw) {
   return raw.find('&') != std::string_view::npos;
-}
-
-bool isBlankValue(std::string_view raw) {
-  const std::size_t at = skipAll(raw, 0, kAsciiWhiteSpace);
-  if (at == raw.size()) return true;
-  return raw[at] == '&' && isWhiteSpaceText(raw);
 }
 
 }  // namespace
@@ -53,12 +41,6 @@ void PartReader::readSlot(PlaceSlot slot, const Situation& situation, const TagA
   }
 }
 
-void PartReader::readUrl(const Found& found, std::uint32_t begin, std::uint32_t end) {
-  const std::string_view raw = text_.text().substr(begin, end - begin);
-  if (isBlankValue(raw) && !mayBeBlank(found.judgement.kind)) return;
-  append(found, Slot::url, text_.toPage(begin, end));
-}
-
 void PartReader::readRefresh(const Found& found, std::uint32_t begin, std::uint32_t end) {
   const auto url = findRefreshUrl(decode(begin, end, TextForm::attributeValue));
   if (url && url->begin != url->end) appendDecoded(found, Slot::refresh, *url);
@@ -72,7 +54,7 @@ void PartReader::readJson(const Situation& script, const Found& found, std::uint
   readJsonStrings(decode(begin, end, TextForm::rawText), *form, jsonReferences_);
   for (const JsonReference& reference : jsonReferences_) {
     Found string = found;
-    string.judgement.kind = reference.kind;
+    string.kind = reference.kind;
     appendDecoded(string, Slot::json, reference.span);
   }
 }
@@ -102,19 +84,6 @@ std::string_view PartReader::decode(std::uint32_t begin, std::uint32_t end, Text
 
 void PartReader::appendDecoded(const Found& found, Slot slot, Span inDecoded) {
   append(found, slot, text_.toPage(decoded_.rawSpan(inDecoded)));
-}
-
-void PartReader::append(const Found& found, Slot slot, Span inPage) {
-  Reference reference;
-  reference.span = inPage;
-  reference.tag = found.tag;
-  reference.parent = parent_;
-  reference.element = found.element;
-  reference.attribute = found.attribute;
-  reference.kind = found.judgement.kind;
-  reference.slot = slot;
-  reference.flags = found.judgement.flags;
-  page_.references.append(reference);
 }
 
 }  // namespace pagescan::internal

@@ -8,7 +8,7 @@ namespace {
 
 // Whether CSS other than a sheet can hold a reference: all forms of them have a bracket.
 bool mayHoldReferences(std::string_view raw) {
-  return raw.find_first_of("(&") != std::string_view::npos;
+  return raw.find('(') != std::string_view::npos || raw.find('&') != std::string_view::npos;
 }
 
 }  // namespace
@@ -72,8 +72,8 @@ void PartReader::readSvgSheet(const SvgSheet& sheet) {
 
 void PartReader::appendStyle(Found found, const StyleReference& reference, Span inPage) {
   // The kind of a row of a user's own table stands for that of what would be loaded.
-  if (reference.kind != Kind::load) found.judgement.kind = reference.kind;
-  found.judgement.flags |= reference.flags;
+  if (reference.kind != Kind::load) found.kind = reference.kind;
+  found.flags |= reference.flags;
   append(found, reference.slot, inPage);
 }
 

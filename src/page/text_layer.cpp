@@ -39,8 +39,7 @@ Span TextLayer::throughLayers(std::size_t begin, std::size_t end) const {
   return {static_cast<std::uint32_t>(begin), static_cast<std::uint32_t>(end)};
 }
 
-std::uint32_t TextLayer::beginInPage(std::size_t at) const {
-  if (isPlain_) return static_cast<std::uint32_t>(shift_ + at);
+std::uint32_t TextLayer::throughLayers(std::size_t at) const {
   for (const TextLayer* layer = this; layer != nullptr; layer = layer->outer_) {
     at = layer->outerBegin(at);
   }

@@ -51,7 +51,9 @@ class TextLayer {
   Span toPage(Span span) const { return toPage(span.begin, span.end); }
 
   // Where in the page the character begins that holds text()[at].
-  std::uint32_t beginInPage(std::size_t at) const;
+  std::uint32_t beginInPage(std::size_t at) const {
+    return isPlain_ ? static_cast<std::uint32_t>(shift_ + at) : throughLayers(at);
+  }
 
   // Where in text() the character stands that begins at an offset of the page, of the page's layer
   // alone.
@@ -60,6 +62,7 @@ class TextLayer {
 
  private:
   Span throughLayers(std::size_t begin, std::size_t end) const;
+  std::uint32_t throughLayers(std::size_t begin) const;
   std::size_t outerBegin(std::size_t at) const;
   std::size_t outerEnd(std::size_t at) const;
 
