@@ -45,14 +45,15 @@ class Inventory {
   // Takes one input after the other until there are no more.
   void work() {
     InputReader reader(kMostInputBytes);
+    std::string lines;
     for (std::size_t number = next_++; number < names_.size(); number = next_++) {
-      takeInput(number, reader);
+      lines.clear();
+      takeInput(number, reader, lines);
     }
   }
 
   // After an output that failed nothing is read any more.
-  void takeInput(std::size_t number, InputReader& reader) {
-    std::string lines;
+  void takeInput(std::size_t number, InputReader& reader, std::string& lines) {
     std::string failure;
     if (!hasEnded_) failure = whatStops([&] { return list(number, reader, lines); });
     turns_.waitFor(number);

@@ -72,23 +72,45 @@ char* putEscaped(char* at, std::string_view text) {
   return at;
 }
 
-bool isAscii(std::string_view text) {
+// What a text is made of.
+struct Look {
+  bool isPlain;  // nothing is to be escaped
+  bool isAscii;
+};
+
+// Eight bytes at a time; the last eight may hold some that were looked at before.
+Look lookAt(std::string_view text) {
+  Word escaped = 0;
   Word tops = 0;
-  std::size_t at = 0;
-  for (Word word; at + sizeof word <= text.size(); at += sizeof word) {
-    std::memcpy(&word, text.data() + at, sizeof word);
+  const auto take = [&](Word word) {
+    escaped |= escapedBytes(word);
     tops |= word;
+  };
+  const auto wordAt = [&](std::size_t at) {
+    Word word;
+    std::memcpy(&word, text.data() + at, sizeof word);
+    return word;
+  };
+  const std::size_t size = text.size();
+  if (size < sizeof(Word)) {
+    for (const char byte : text) take(static_cast<unsigned char>(byte) * kOnes);
+  } else {
+    for (std::size_t at = 0; at + sizeof(Word) < size; at += sizeof(Word)) take(wordAt(at));
+    take(wordAt(size - sizeof(Word)));
   }
-  for (; at < text.size(); ++at) tops |= static_cast<unsigned char>(text[at]);
-  return (tops & kTops) == 0;
+  return {escaped == 0, (tops & kTops) == 0};
 }
 
 }  // namespace
 
 void JsonWriter::beginLine() {
-  at_ = line_.get();
-  separator_ = '{';
-  notUtf8_.clear();
+  at_ = line_.get() + kept_.length;
+  separator_ = kept_.length == 0 ? '{' : ',';
+  notUtf8_.resize(kept_.notUtf8);
+}
+
+void JsonWriter::keepBeginning() {
+  kept_ = {static_cast<std::size_t>(at_ - line_.get()), notUtf8_.size()};
 }
 
 void JsonWriter::addWords(std::string_view member, const std::vector<std::string_view>& words) {
@@ -110,8 +132,21 @@ void JsonWriter::endLine() {
   out_.append(line_.get(), at_).append(close);
 }
 
-// Piece by piece: a long text needs no room for as many escapes.
+void JsonWriter::putPlain(std::string_view text) {
+  char* at = makeRoom(text.size() + 2);
+  *at++ = '"';
+  std::memcpy(at, text.data(), text.size());
+  at += text.size();
+  *at++ = '"';
+  at_ = at;
+}
+
 void JsonWriter::putString(std::string_view text) {
+  lookAt(text).isPlain ? putPlain(text) : putWithEscapes(text);
+}
+
+// Piece by piece: a long text needs no room for as many escapes.
+void JsonWriter::putWithEscapes(std::string_view text) {
   constexpr std::size_t kPiece = 65536;
   *makeRoom(1) = '"';
   ++at_;
@@ -126,9 +161,13 @@ void JsonWriter::putString(std::string_view text) {
 
 // Returns whether they are UTF-8.
 bool JsonWriter::putBytes(std::string_view bytes) {
-  const bool isUtf8 = isAscii(bytes) || isWellFormedUtf8(bytes);
-  isUtf8 ? putString(bytes) : putString(bytesAsCodePoints(bytes));
-  return isUtf8;
+  const Look look = lookAt(bytes);
+  if (!look.isAscii && !isWellFormedUtf8(bytes)) {
+    putString(bytesAsCodePoints(bytes));
+    return false;
+  }
+  look.isPlain ? putPlain(bytes) : putWithEscapes(bytes);
+  return true;
 }
 
 void JsonWriter::putNumber(std::int64_t number) {

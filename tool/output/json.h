@@ -24,10 +24,19 @@ class JsonWriter {
 
   void beginLine();
 
+  // All lines after this one begin with the members that it has so far.
+  void keepBeginning();
+
   // Well-formed UTF-8. Names of members are plain: nothing in them needs an escape.
   void addText(std::string_view member, std::string_view text) {
     addName(member);
     putString(text);
+  }
+
+  // A word in which nothing needs an escape.
+  void addWord(std::string_view member, std::string_view word) {
+    addName(member);
+    putPlain(word);
   }
 
   // Any bytes. What is not UTF-8 is written with one code point a byte, and endLine() names the
@@ -68,9 +77,16 @@ class JsonWriter {
   }
 
   void grow(std::size_t size);
+  void putPlain(std::string_view text);
   void putString(std::string_view text);
+  void putWithEscapes(std::string_view text);
   bool putBytes(std::string_view bytes);
   void putNumber(std::int64_t number);
+
+  struct Beginning {
+    std::size_t length = 0;
+    std::size_t notUtf8 = 0;
+  };
 
   std::string& out_;
   std::unique_ptr<char[]> line_;
@@ -78,6 +94,7 @@ class JsonWriter {
   char* end_ = nullptr;
   char separator_ = '{';
   std::vector<std::string_view> notUtf8_;
+  Beginning kept_;
 };
 
 }  // namespace pagescan::tool

@@ -49,7 +49,11 @@ template <typename Text>
 class LineWriter {
  public:
   LineWriter(const Text& text, const std::string& inputName, std::string& lines)
-      : text_(text), inputName_(inputName), lines_(lines), json_(lines) {}
+      : text_(text), lines_(lines), json_(lines) {
+    json_.beginLine();
+    json_.addBytes("file", inputName);
+    json_.keepBeginning();
+  }
 
   void writeUrl(const Reference& reference) {
     if (text_.urlInto(reference, url_)) lines_.append(url_).append("\n");
@@ -71,15 +75,14 @@ class LineWriter {
   void writeObject(const Reference& reference) {
     const Position position = positionOf(reference);
     json_.beginLine();
-    json_.addBytes("file", inputName_);
     json_.addNumber("start", reference.span.begin);
     json_.addNumber("end", reference.span.end);
     json_.addNumber("line", position.line);
     json_.addNumber("column", position.column);
     json_.addBytes("element", elementOf(text_, reference));
     json_.addBytes("attribute", attributeOf(text_, reference));
-    json_.addText("kind", nameOf(reference.kind));
-    json_.addText("slot", nameOf(reference.slot));
+    json_.addWord("kind", nameOf(reference.kind));
+    json_.addWord("slot", nameOf(reference.slot));
     if (reference.flags != 0) addFlags(reference.flags);
     json_.addBytes("raw", text_.raw(reference));
     json_.addText("value", text_.value(reference));
@@ -104,7 +107,6 @@ class LineWriter {
   }
 
   const Text& text_;
-  const std::string& inputName_;
   std::string& lines_;
   JsonWriter json_;
   std::optional<LineIndex> index_;
