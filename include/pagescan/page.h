@@ -173,6 +173,9 @@ class PAGESCAN_PAGE_EXPORT Page {
   // it.
   std::string value(const Reference& reference) const;
 
+  // The same into a text whose storage is used again.
+  void valueInto(const Reference& reference, std::string& result) const;
+
   // The absolute URL that a browser makes of a reference; none where it makes none.
   std::optional<std::string> url(const Reference& reference) const;
 

@@ -52,6 +52,9 @@ class PAGESCAN_PAGE_EXPORT StyleSheet {
   // What a reference spells, its escapes decoded, in UTF-8. Linear in the span.
   std::string value(const Reference& reference) const;
 
+  // The same into a text whose storage is used again.
+  void valueInto(const Reference& reference, std::string& result) const;
+
   // Resolved against the sheet's URL, queries in UTF-8.
   std::optional<std::string> url(const Reference& reference) const;
   bool urlInto(const Reference& reference, std::string& result) const;

@@ -54,6 +54,10 @@ std::string Page::value(const Reference& reference) const {
   return std::string(internal::ValueReader(*state_->reading).read(reference));
 }
 
+void Page::valueInto(const Reference& reference, std::string& result) const {
+  result = internal::ValueReader(*state_->reading).read(reference);
+}
+
 std::optional<std::string> Page::url(const Reference& reference) const {
   std::string result;
   if (!urlInto(reference, result)) return std::nullopt;

@@ -71,6 +71,10 @@ std::string StyleSheet::value(const Reference& reference) const {
   return std::string(internal::ValueReader(state_->reading).read(reference));
 }
 
+void StyleSheet::valueInto(const Reference& reference, std::string& result) const {
+  result = internal::ValueReader(state_->reading).read(reference);
+}
+
 std::optional<std::string> StyleSheet::url(const Reference& reference) const {
   std::string result;
   if (!urlInto(reference, result)) return std::nullopt;

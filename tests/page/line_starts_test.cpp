@@ -46,8 +46,8 @@ TEST(LineStarts, AreWhereLinesBegin) {
 TEST(LineStarts, AreThoseOfAPlainLoop) {
   std::mt19937 random(11);
   for (int count = 0; count < 20000; ++count) {
-    std::string text(random() % 40, 'x');
-    for (char& c : text) c = "\n\rxx\t\x0Dxyz\x8A\x8D~"[random() % 13];
+    std::string text(random() % 200, 'x');
+    for (char& c : text) c = "\n\rxx\t\x0Dxyz\x8A\x8D~xxxx"[random() % 17];
     Starts expected = {0};
     for (std::uint32_t i = 0; i < text.size(); ++i) {
       const bool isInPair = text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n';

@@ -98,6 +98,18 @@ TEST(Page, WithoutAUrlHasAbsoluteUrlsAlone) {
   EXPECT_EQ(url, "");
 }
 
+TEST(Page, GivesValuesIntoATextThatIsThere) {
+  const Page page("<a href=x><a href='a&amp;b'>");
+  std::string value = "before";
+  page.valueInto(page.references()[0], value);
+  EXPECT_EQ(value, "x");
+  page.valueInto(page.references()[1], value);
+  EXPECT_EQ(value, "a&b");
+  const StyleSheet sheet("a{b:url(\\78)}");
+  sheet.valueInto(sheet.references()[0], value);
+  EXPECT_EQ(value, "x");
+}
+
 // A srcdoc in a srcdoc in a srcdoc: each level escapes the one inside once more.
 std::string nestedPages(int depth) {
   std::string page = "<img src=1>";

@@ -85,7 +85,8 @@ class LineWriter {
     json_.addWord("slot", nameOf(reference.slot));
     if (reference.flags != 0) addFlags(reference.flags);
     json_.addBytes("raw", text_.raw(reference));
-    json_.addText("value", text_.value(reference));
+    text_.valueInto(reference, value_);
+    json_.addText("value", value_);
     if (text_.urlInto(reference, url_)) json_.addText("url", url_);
     if (reference.parent != kNoParent) json_.addNumber("parent", reference.parent);
     json_.endLine();
@@ -110,6 +111,7 @@ class LineWriter {
   std::string& lines_;
   JsonWriter json_;
   std::optional<LineIndex> index_;
+  std::string value_;
   std::string url_;
   std::vector<std::string_view> flags_;
 };
