@@ -103,6 +103,12 @@ struct UrlBytes {
   std::uint64_t hostBytes;   // in kKeptHostBytes
 };
 
+// The ends of lines in a range: how many, and the last one; null where there is none.
+struct LineEnds {
+  std::size_t count;
+  const char* last;
+};
+
 struct Kernels {
   // The first place of the needle, or `end`.
   const char* (*findText)(const char* begin, const char* end, const Needle& needle);
@@ -140,6 +146,9 @@ struct Kernels {
   // Copies bytes up to the first one of 128 or above and returns its place, or `end`. `out` has
   // room for the whole range; what stands there after the copied bytes is unspecified.
   const char* (*copyAscii)(const char* begin, const char* end, char* out);
+
+  // Each LF, and each CR without a LF after it. `limit`, not before `end`, bounds what may be read.
+  LineEnds (*countLineEnds)(const char* begin, const char* end, const char* limit);
 
   // Whether the range holds one of two bytes.
   bool (*holdsEither)(const char* begin, const char* end, char a, char b);

@@ -18,6 +18,7 @@
 #include <cstdint>
 
 #include "base/kernels.h"
+#include "base/kernels_lines_impl.h"
 #include "base/kernels_style_impl.h"
 #include "base/kernels_style_walk_impl.h"
 #include "base/kernels_text_impl.h"
@@ -304,6 +305,7 @@ constexpr Kernels kernelsOver() {
       .xorWords = xorWords<Vector>,
       .countUtf8Pairs = countUtf8Pairs<Vector>,
       .copyAscii = copyAscii<Vector>,
+      .countLineEnds = countLineEnds<Vector>,
       .holdsEither = holdsEither<typename Vector::Short>,
       .decodeUrl = decodeUrl<typename Vector::Short>,
       .encodeUrl = encodeUrl<typename Vector::Short>,

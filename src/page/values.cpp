@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "base/byte_class.h"
+#include "base/near_vector.h"
 #include "page/json_strings.h"
 #include "page/reference_ids.h"
 #include "page/style_text.h"
@@ -28,8 +29,23 @@ const StoredValue* storedValue(const std::vector<StoredValue>& values, const Ref
 
 }  // namespace
 
+// A vector at a time; the last one may hold bytes that were looked at before.
 bool isPlainValue(std::string_view raw) {
-  return std::none_of(raw.begin(), raw.end(), [](char c) { return kDecoded.contains(c); });
+  using Vector = NearVector;
+  const std::size_t size = raw.size();
+  if (size < Vector::kWidth) {
+    return std::none_of(raw.begin(), raw.end(), [](char c) { return kDecoded.contains(c); });
+  }
+  auto decoded = Vector::fill(0);
+  const auto take = [&](const char* at) {
+    const auto bytes = Vector::load(at);
+    const auto is = [bytes](char c) { return Vector::equal(bytes, Vector::fill(c)); };
+    decoded = Vector::either(decoded, Vector::either(bytes, Vector::either(is('&'), is('\r'))));
+    decoded = Vector::either(decoded, Vector::either(is('\\'), is('\0')));
+  };
+  for (std::size_t at = 0; at + Vector::kWidth < size; at += Vector::kWidth) take(raw.data() + at);
+  take(raw.data() + size - Vector::kWidth);
+  return Vector::mask(decoded) == 0;  // the top bits: of each byte found, and of those above ASCII
 }
 
 bool isOfSvgStyle(const Reference& reference) {

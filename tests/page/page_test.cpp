@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "pagescan/style_sheet.h"
 #include "support/placement.h"
@@ -188,6 +189,29 @@ TEST(StyleSheet, ReadsTextOfAnyEncoding) {
       EXPECT_EQ(reference.parent, kNoParent);
     }
   }
+}
+
+TEST(LineCounter, CountsAsTheIndexDoes) {
+  const std::string filler(100, 'x');
+  const std::vector<std::string> texts = {
+      "", "a\nb\rc\r\nd\n\re", filler + "\r\n" + filler + "\r" + filler + "\n\n" + filler,
+      std::string("\xFF\xFE"
+                  "a\0\r\0\n\0b\0",
+                  10)};
+  for (const std::string& text : texts) {
+    const Page page(text);
+    const LineIndex index(page);
+    for (const std::uint32_t step : {1U, 2U, 7U, 64U, 150U}) {
+      LineCounter counter(page);
+      for (std::uint32_t offset = 0; offset <= text.size(); offset += step) {
+        ASSERT_EQ(counter.at(offset).line, index.at(offset).line) << offset;
+        ASSERT_EQ(counter.at(offset).column, index.at(offset).column) << offset;
+      }
+      EXPECT_EQ(counter.at(0).line, 1U);
+    }
+  }
+  const StyleSheet sheet("\n\n{");
+  EXPECT_EQ(LineCounter(sheet).at(2).line, 3U);
 }
 
 TEST(LineIndex, CountsLinesAsPagesEndThem) {

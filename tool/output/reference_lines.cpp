@@ -95,8 +95,8 @@ class LineWriter {
  private:
   // A list of URLs has no use for lines.
   Position positionOf(const Reference& reference) {
-    if (!index_) index_.emplace(text_);
-    return index_->at(reference.span.begin);
+    if (!counter_) counter_.emplace(text_);
+    return counter_->at(reference.span.begin);
   }
 
   void addFlags(Flags flags) {
@@ -110,7 +110,7 @@ class LineWriter {
   const Text& text_;
   std::string& lines_;
   JsonWriter json_;
-  std::optional<LineIndex> index_;
+  std::optional<LineCounter> counter_;
   std::string value_;
   std::string url_;
   std::vector<std::string_view> flags_;
