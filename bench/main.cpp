@@ -84,6 +84,7 @@ void writeReport(std::ostream& out, const Input& input, const std::vector<Result
     writeGrowth(out, growth);
   }
   if (isWanted("allocations", options)) writeAllocations(out, input);
+  if (isWanted("program", options)) writeProgram(out, input, options.rounds);
   if (isWanted("threads", options)) writeThreads(out, input, options.rounds);
   out << "### Speeds\n\n";
   for (const Result& result : results) writeSpeeds(out, result);

@@ -34,6 +34,11 @@ void writeSlopes(std::ostream& out, const std::vector<OperationGrowth>& operatio
 // What a page costs of the heap.
 void writeAllocations(std::ostream& out, const Input& input);
 
+// The program of the command line beside cat, each from its start to its end; nothing where it is
+// not built.
+// Fails   std::system_error, std::runtime_error
+void writeProgram(std::ostream& out, const Input& input, const Rounds& rounds);
+
 // Many parsers on one thread and on two. Afterwards the process counts as one with threads, in
 // which counts of shared strings are atomic: to be run last.
 void writeThreads(std::ostream& out, const Input& input, const Rounds& rounds);
