@@ -2,7 +2,6 @@
 #ifndef PAGESCAN_BASE_KERNELS_URL_IMPL_H
 #define PAGESCAN_BASE_KERNELS_URL_IMPL_H
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>

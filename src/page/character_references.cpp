@@ -1,6 +1,7 @@
 #include "page/character_references.h"
 
 #include <cstdint>
+#include <cstring>
 #include <iterator>
 
 #include "base/byte_class.h"
@@ -132,6 +133,8 @@ constexpr ByteClass kMayChangeClass = kAsciiWhiteSpace | ByteClass::of({"&\0", 2
 
 CharacterReference readCharacterReference(const char* at, const char* end,
                                           ReferenceContext context) {
+  // Nearly all are this one.
+  if (end - at >= 5 && std::memcmp(at, "&amp;", 5) == 0) return {5, '&', 0};
   const char* const begin = at;
   ++at;
   if (at != end && *at == '#') return readNumber(begin, at + 1, end);

@@ -19,13 +19,8 @@ std::uint32_t offset32(std::size_t offset) {
   return static_cast<std::uint32_t>(offset);
 }
 
-struct RawCharacter {
-  std::size_t begin;
-  std::size_t end;
-};
-
 // The bytes of the character that holds byte `at` of what `raw` decodes to.
-RawCharacter characterIn(std::string_view raw, Encoding encoding, std::size_t at) {
+Span characterOf(std::string_view raw, Encoding encoding, std::size_t at) {
   return withDecoderOf(encoding, [raw, at](auto decoder) {
     const auto* const start = reinterpret_cast<const Byte*>(raw.data());
     const Byte* const end = start + raw.size();
@@ -37,26 +32,35 @@ RawCharacter characterIn(std::string_view raw, Encoding encoding, std::size_t at
       next = decoder.next(character, end, out);
       decoded += static_cast<std::size_t>(out - buffer);
       if (at < decoded || next == end) {
-        return RawCharacter{static_cast<std::size_t>(character - start),
-                            static_cast<std::size_t>(next - start)};
+        return Span{static_cast<std::uint32_t>(character - start),
+                    static_cast<std::uint32_t>(next - start)};
       }
     }
   });
 }
 
 // Characters as they stand before ASCII, as those of a page do. In gb18030 that matters: of an
-// unfinished one the digits stay, while at the end of a text all of it is one U+FFFD.
+// unfinished one the digits stay, while at the end of a page all of it is one U+FFFD.
 std::string beforeAscii(std::string_view raw) {
   return std::string(raw) + ' ';
 }
 
-bool dependsOnEnd(Encoding encoding) {
-  return encoding == Encoding::gb18030 || encoding == Encoding::gbk;
+// Whether it matters what comes after bytes that end at `end`.
+bool dependsOnNext(std::string_view source, std::size_t end, Encoding encoding) {
+  return (encoding == Encoding::gb18030 || encoding == Encoding::gbk) && end < source.size();
 }
 
-RawCharacter characterBeforeAscii(std::string_view raw, Encoding encoding, std::size_t at) {
-  return dependsOnEnd(encoding) ? characterIn(beforeAscii(raw), encoding, at)
-                                : characterIn(raw, encoding, at);
+// Decodes source[begin, end).
+void appendCharacters(std::string& utf8, std::string_view source, std::size_t begin,
+                      std::size_t end, Encoding encoding) {
+  const std::string_view raw = source.substr(begin, end - begin);
+  if (!dependsOnNext(source, end, encoding)) return appendDecoded(utf8, raw, encoding);
+  appendDecoded(utf8, beforeAscii(raw), encoding);
+  utf8.pop_back();
+}
+
+bool isOwnDecoding(std::string_view raw, Encoding encoding) {
+  return encoding == Encoding::utf8 && isWellFormedUtf8(raw);
 }
 
 }  // namespace
@@ -94,15 +98,9 @@ void DecodedText::appendSpelled(std::size_t begin, std::size_t end, std::string_
 }
 
 void DecodedText::appendEncoded(std::size_t begin, std::size_t end, Encoding encoding) {
-  const std::string_view raw = source_.substr(begin, end - begin);
-  if (encoding == Encoding::utf8 && isWellFormedUtf8(raw)) return appendAsIs(begin, end);
+  if (isOwnDecoding(source_.substr(begin, end - begin), encoding)) return appendAsIs(begin, end);
   std::string utf8;
-  if (dependsOnEnd(encoding)) {
-    appendDecoded(utf8, beforeAscii(raw), encoding);
-    utf8.pop_back();
-  } else {
-    appendDecoded(utf8, raw, encoding);
-  }
+  appendCharacters(utf8, source_, begin, end, encoding);
   encoding_ = encoding;
   append({0, offset32(begin), offset32(end), Spelling::encoded}, utf8);
 }
@@ -125,7 +123,7 @@ std::size_t DecodedText::rawBegin(std::size_t at) const {
   const Run& run = runAt(at);
   if (run.spelling == Spelling::asIs) return run.rawBegin + (at - run.text);
   if (run.spelling == Spelling::whole) return run.rawBegin;
-  return run.rawBegin + characterBeforeAscii(rawOf(run), encoding_, at - run.text).begin;
+  return run.rawBegin + characterIn(run, at - run.text).begin;
 }
 
 std::size_t DecodedText::rawEnd(std::size_t at) const {
@@ -134,11 +132,15 @@ std::size_t DecodedText::rawEnd(std::size_t at) const {
   const Run& run = runAt(std::min(at, text().size()) - 1);
   if (run.spelling == Spelling::asIs) return run.rawBegin + (at - run.text);
   if (run.spelling == Spelling::whole) return run.rawEnd;
-  return run.rawBegin + characterBeforeAscii(rawOf(run), encoding_, at - 1 - run.text).end;
+  return run.rawBegin + characterIn(run, at - 1 - run.text).end;
 }
 
-std::string_view DecodedText::rawOf(const Run& run) const {
-  return source_.substr(run.rawBegin, run.rawEnd - run.rawBegin);
+// Where the character stands in a run that holds byte `at` of its text; from the run's start on.
+Span DecodedText::characterIn(const Run& run, std::size_t at) const {
+  const std::string_view raw = source_.substr(run.rawBegin, run.rawEnd - run.rawBegin);
+  return dependsOnNext(source_, run.rawEnd, encoding_)
+             ? characterOf(beforeAscii(raw), encoding_, at)
+             : characterOf(raw, encoding_, at);
 }
 
 Span DecodedText::rawSpan(Span span) const {
@@ -184,9 +186,28 @@ std::size_t findSpecial(std::string_view page, std::size_t at, std::size_t end,
   return at;
 }
 
+// The part of DecodedText that makes the text, for those who ask for no place in it.
+class PlainText {
+ public:
+  PlainText(std::string_view source, std::string& text) : source_(source), text_(text) {}
+
+  void appendAsIs(std::size_t begin, std::size_t end) { text_.append(source_, begin, end - begin); }
+  void appendSpelled(std::size_t, std::size_t, std::string_view utf8) { text_ += utf8; }
+  void appendEncoded(std::size_t begin, std::size_t end, Encoding encoding) {
+    const std::string_view raw = source_.substr(begin, end - begin);
+    if (isOwnDecoding(raw, encoding)) return appendAsIs(begin, end);
+    appendCharacters(text_, source_, begin, end, encoding);
+  }
+
+ private:
+  std::string_view source_;
+  std::string& text_;
+};
+
 // Appends what begins at `at` with a special ASCII byte, and returns the place after it.
-std::size_t appendSpecial(DecodedText& result, std::string_view page, std::size_t at,
-                          std::size_t end, TextForm form) {
+template <class Text>
+std::size_t appendSpecial(Text& result, std::string_view page, std::size_t at, std::size_t end,
+                          TextForm form) {
   if (page[at] == '\r') {
     const std::size_t next = at + 1 < end && page[at + 1] == '\n' ? at + 2 : at + 1;
     result.appendSpelled(at, next, "\n");
@@ -213,10 +234,9 @@ std::size_t appendSpecial(DecodedText& result, std::string_view page, std::size_
   return at + length;
 }
 
-}  // namespace
-
-void appendPiece(DecodedText& result, std::string_view page, std::size_t begin, std::size_t end,
-                 TextForm form, Encoding encoding) {
+template <class Text>
+void appendTo(Text& result, std::string_view page, std::size_t begin, std::size_t end,
+              TextForm form, Encoding encoding) {
   const ByteClass& special = form == TextForm::rawText ? kSpecialInRawText : kSpecialInText;
   for (std::size_t at = begin; at < end;) {
     const std::size_t stop = findSpecial(page, at, end, special);
@@ -229,6 +249,19 @@ void appendPiece(DecodedText& result, std::string_view page, std::size_t begin, 
       at = appendSpecial(result, page, stop, end, form);
     }
   }
+}
+
+}  // namespace
+
+void appendPiece(DecodedText& result, std::string_view page, std::size_t begin, std::size_t end,
+                 TextForm form, Encoding encoding) {
+  appendTo(result, page, begin, end, form, encoding);
+}
+
+void appendTextOf(std::string& result, std::string_view page, std::size_t begin, std::size_t end,
+                  TextForm form, Encoding encoding) {
+  PlainText text(page, result);
+  appendTo(text, page, begin, end, form, encoding);
 }
 
 void decodeText(std::string_view raw, TextForm form, Encoding encoding, DecodedText& result) {

@@ -30,7 +30,7 @@ namespace pagescan::internal {
 // text and 16 bytes a run
 class DecodedText {
  public:
-  // Becomes empty. `source` must outlive the text.
+  // Becomes empty. `source` must outlive the text; a page ends where it ends.
   void start(std::string_view source);
 
   // Appends source[begin, end) as it is: well-formed UTF-8.
@@ -71,7 +71,7 @@ class DecodedText {
 
   void append(Run run, std::string_view utf8);
   const Run& runAt(std::size_t at) const;
-  std::string_view rawOf(const Run& run) const;
+  Span characterIn(const Run& run, std::size_t at) const;
 
   std::string_view source_;
   Encoding encoding_ = Encoding::utf8;
@@ -93,6 +93,10 @@ enum class TextForm {
 // Cost      linear
 void appendPiece(DecodedText& result, std::string_view page, std::size_t begin, std::size_t end,
                  TextForm form, Encoding encoding);
+
+// Appends the text of page[begin, end) to `result`, and keeps no map; else as appendPiece.
+void appendTextOf(std::string& result, std::string_view page, std::size_t begin, std::size_t end,
+                  TextForm form, Encoding encoding);
 
 // The value of an attribute written as `raw`. Offsets count from the start of raw.
 void decodeAttributeValue(std::string_view raw, Encoding encoding, DecodedText& result);

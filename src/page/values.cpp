@@ -59,22 +59,37 @@ std::string_view writtenAt(const PageReading& page, Span span) {
   return layer.text().substr(begin, layer.fromPage(span.end) - begin);
 }
 
-void ValueReader::decodeSrcdocs(std::uint32_t parent, std::string_view& text, Encoding& encoding) {
-  for (int i = 0; i < page_.documents.of(parent).srcdocs; ++i) {
+std::string_view ValueReader::decodedAt(Span span, TextForm form) {
+  const TextLayer& layer = *page_.text;
+  const std::string_view written = writtenAt(page_, span);
+  const auto begin = static_cast<std::size_t>(written.data() - layer.text().data());
+  value_.clear();
+  value_.reserve(written.size());
+  appendTextOf(value_, layer.text(), begin, begin + written.size(), form, layer.encoding());
+  return value_;
+}
+
+// The layers of srcdoc attributes but for the first one, which is that of the page.
+void ValueReader::decodeSrcdocs(int srcdocs, std::string_view& text) {
+  for (int i = 1; i < srcdocs; ++i) {
     text = decoded(text, [&](std::string_view raw, DecodedText& result) {
-      decodeAttributeValue(raw, encoding, result);
+      decodeAttributeValue(raw, Encoding::utf8, result);
     });
-    encoding = Encoding::utf8;
   }
 }
 
-std::string_view ValueReader::readMarkup(Span span, std::uint32_t parent) {
-  std::string_view text = writtenAt(page_, span);
-  Encoding encoding = page_.text->encoding();
-  decodeSrcdocs(parent, text, encoding);
+std::string_view ValueReader::readText(Span span, std::uint32_t parent, TextForm form) {
+  const int srcdocs = page_.documents.of(parent).srcdocs;
+  if (srcdocs == 0) return decodedAt(span, form);
+  std::string_view text = decodedAt(span, TextForm::attributeValue);
+  decodeSrcdocs(srcdocs, text);
   return decoded(text, [&](std::string_view raw, DecodedText& result) {
-    decodeText(raw, TextForm::rawText, encoding, result);
+    decodeText(raw, form, Encoding::utf8, result);
   });
+}
+
+std::string_view ValueReader::readMarkup(Span span, std::uint32_t parent) {
+  return readText(span, parent, TextForm::rawText);
 }
 
 std::string_view ValueReader::read(const Reference& reference) {
@@ -82,14 +97,11 @@ std::string_view ValueReader::read(const Reference& reference) {
     const StoredValue* const stored = storedValue(page_.values, reference);
     return stored == nullptr ? std::string_view() : stored->value;
   }
-  std::string_view text = writtenAt(page_, reference.span);
-  if (isPlainValue(text)) return text;
-  Encoding encoding = page_.text->encoding();
-  decodeSrcdocs(reference.parent, text, encoding);
+  const std::string_view written = writtenAt(page_, reference.span);
+  if (isPlainValue(written)) return written;
   const bool isAttribute = reference.attribute != kUnknownName;
-  text = decoded(text, [&](std::string_view raw, DecodedText& result) {
-    decodeText(raw, isAttribute ? TextForm::attributeValue : TextForm::rawText, encoding, result);
-  });
+  const std::string_view text = readText(
+      reference.span, reference.parent, isAttribute ? TextForm::attributeValue : TextForm::rawText);
   if (isCss(reference.slot)) {
     return decoded(text, [&](std::string_view raw, DecodedText& result) {
       decodeCssValue(raw, reference.slot, result);

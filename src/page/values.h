@@ -26,7 +26,13 @@ class ValueReader {
   std::string_view readMarkup(Span span, std::uint32_t parent);
 
  private:
-  void decodeSrcdocs(std::uint32_t parent, std::string_view& text, Encoding& encoding);
+  // The text of the page's own layer at a span, decoded; in value_.
+  std::string_view decodedAt(Span span, TextForm form);
+
+  // What stands at a span in the document or fragment of `parent`.
+  std::string_view readText(Span span, std::uint32_t parent, TextForm form);
+
+  void decodeSrcdocs(int srcdocs, std::string_view& text);
 
   // Decodes `text` by decode(text, result) into the one of the two that it does not stand in. What
   // is its own decoding stays where it is.
@@ -43,6 +49,7 @@ class ValueReader {
   }
 
   const PageReading& page_;
+  std::string value_;
   std::array<DecodedText, 2> texts_;
   unsigned current_ = 0;
 };

@@ -12,6 +12,7 @@ namespace pagescan::tests {
 namespace {
 
 using internal::appendPiece;
+using internal::appendTextOf;
 using internal::decodeAttributeValue;
 using internal::DecodedText;
 using internal::decodeText;
@@ -88,6 +89,13 @@ constexpr Row kRows[] = {
      "\x81"
      "0\x81"
      "0"},
+    // At the end of a page all of an unfinished character is one.
+    {HERE, Encoding::gb18030, TextForm::rawText,
+     "x\x81"
+     "0\x81",
+     "x\xEF\xBF\xBD", "\xEF\xBF\xBD",
+     "\x81"
+     "0\x81"},
     {HERE, kUtf8, TextForm::rawText, "a&amp;\r\n", "a&amp;\n", "&amp;", "&amp;"},
     {HERE, kUtf8, TextForm::text, "&ampx", "&x", "&x", "&ampx"},
 };
@@ -98,6 +106,9 @@ TEST(DecodedText, KnowsTheBytesOfItsCharacters) {
     DecodedText text;
     decodeText(raw, row.form, row.encoding, text);
     ASSERT_EQ(text.text(), row.text);
+    std::string plain;
+    appendTextOf(plain, raw, 0, raw.size(), row.form, row.encoding);
+    ASSERT_EQ(plain, row.text);
     if (!row.part.empty()) {
       EXPECT_EQ(rawOf(text, raw, row.part), row.rawPart);
     }
@@ -141,6 +152,27 @@ TEST(DecodedText, JoinsPiecesOfAPage) {
   EXPECT_EQ(rawOf(text, kPage, "ab"), "ab");
   EXPECT_EQ(rawOf(text, kPage, "<d&"), "&lt;d<![CDATA[&");
   EXPECT_EQ(rawOf(text, kPage, "e"), "e");
+}
+
+// The same bytes in the middle of a page and at its end.
+TEST(DecodedText, EndsAnUnfinishedCharacterWhereThePageEnds) {
+  constexpr std::string_view kPage =
+      "x\x81"
+      "0<x\x81"
+      "0";
+  DecodedText text;
+  text.start(kPage);
+  appendPiece(text, kPage, 0, 3, TextForm::rawText, Encoding::gb18030);
+  appendPiece(text, kPage, 4, 7, TextForm::rawText, Encoding::gb18030);
+  EXPECT_EQ(text.text(),
+            "x\xEF\xBF\xBD"
+            "0x\xEF\xBF\xBD");
+  EXPECT_EQ(text.rawBegin(4), 2U);
+  EXPECT_EQ(text.rawBegin(6), 5U);
+  std::string plain;
+  appendTextOf(plain, kPage, 0, 3, TextForm::rawText, Encoding::gb18030);
+  appendTextOf(plain, kPage, 4, 7, TextForm::rawText, Encoding::gb18030);
+  EXPECT_EQ(plain, text.text());
 }
 
 // Each character of every encoding, and what stands around it, keeps its place.

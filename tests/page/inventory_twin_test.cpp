@@ -274,8 +274,6 @@ TEST(InventoryTwin, AgreesOnRandomTextsInAnyEncoding) {
     InventoryOptions options = optionsWith(random.number(2) == 0);
     options.charset = labels[random.number(labels.size())];
     std::string text = random.text(pieces, 3 + random.number(20));
-    // What the page's end cuts off of a gb18030 character is decoded as if ASCII followed.
-    text += '.';
     if (options.charset.starts_with("utf-16")) {
       std::string wide;
       for (const char c : text) {
