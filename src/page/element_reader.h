@@ -123,6 +123,14 @@ class ElementReader {
 
   // --- the tokenizer's sink ---
   ContentState startTag(const TagBytes& tag, const Attributes& attributes);
+  const char* endCurrent(const char* name, const char* end) {
+    if (end - name <= 8) return nullptr;
+    const NameNumber current = builder_.openElements().current().name;
+    if (current >= kElementCount) return nullptr;
+    const NameKey& key = kElementHash.keyOf(static_cast<NameId>(current));
+    if (!startsWithName(name, key) || name[key.length] != '>') return nullptr;
+    return builder_.endPlain(current) ? name + key.length + 1 : nullptr;
+  }
   void endTag(const TagBytes& tag) {
     const NameNumber name = numberOf(tag, false);
     if (builder_.endPlain(name)) return;

@@ -141,6 +141,9 @@ class NameHash {
     }
   }
 
+  // The key of a name; for number 0 one of length 0.
+  const NameKey& keyOf(NameId number) const { return keys_.data()[number]; }
+
   // The number of the name with this key, or 0. What lies between head and tail is not compared.
   NameId find(const NameKey& key) const {
     for (std::size_t slot = key.hash() % kSlots;; slot = (slot + 1) % kSlots) {
@@ -172,6 +175,13 @@ inline NameId findAttribute(const char* name, const NameKey& key) {
   const NameId found = kAttributeHash.find(key);
   if (key.length <= 16 || found == kUnknownName) return found;
   return isAttributeName(found, {name, key.length}) ? found : kUnknownName;
+}
+
+// Whether a name of up to seven bytes stands at a place with eight readable bytes, ASCII case
+// ignored; what comes after it is not looked at. False for longer names.
+inline bool startsWithName(const char* at, const NameKey& name) {
+  if (name.length - 1 >= 7) return false;
+  return lowerCased(wordAt(at) << (64 - 8 * name.length)) == name.head;
 }
 
 }  // namespace pagescan::internal

@@ -11,6 +11,9 @@
 //   void rawText(begin, end)     all the text of the element that the last start tag began
 //   void comment()               also for what counts as one
 //   void doctype(const Doctype&)
+//   const char* endCurrent(name, end)   the end tag whose name begins here, if nothing but the name
+//                                is in it and the sink knows it at once: the place after its ">";
+//                                null leaves it to endTag. A sink may do without this member
 //   bool ignoresText()           whether text() may be left out now
 //   bool readsCdata()            whether "<![CDATA[" starts a section
 // What the end of the page cuts off (a tag, a comment) is no token. Cost linear in the page.
@@ -110,6 +113,12 @@ class Tokenizer {
   }
 
   void readEndTag(const char* open) {
+    if constexpr (requires { sink_.endCurrent(open, end_); }) {
+      if (const char* const next = sink_.endCurrent(open + 2, end_)) {
+        at_ = next;
+        return;
+      }
+    }
     if (open[2] == '>') {
       at_ = open + 3;
       return;
