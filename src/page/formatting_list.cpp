@@ -10,6 +10,11 @@ constexpr std::size_t kMostOfAKind = 3;
 
 }  // namespace
 
+std::uint32_t FormattingList::addNode() {
+  nodes_.emplace_back();
+  return static_cast<std::uint32_t>(nodes_.size() - 1);
+}
+
 void FormattingList::link(std::uint32_t node, std::uint32_t earlier) {
   FormattingNode& entry = nodes_[node];
   entry.earlier = earlier;

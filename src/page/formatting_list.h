@@ -96,6 +96,7 @@ class FormattingList {
  private:
   static constexpr std::uint64_t kOrderStep = std::uint64_t{1} << 32;
 
+  std::uint32_t addNode();
   void free(std::uint32_t node) {
     at(node).later = firstFree_;
     firstFree_ = node;
@@ -128,8 +129,7 @@ class FormattingList {
 inline std::uint32_t FormattingList::make(NameNumber name, std::uint32_t begin) {
   std::uint32_t node = firstFree_;
   if (node == kNone) {
-    node = static_cast<std::uint32_t>(nodes_.size());
-    nodes_.emplace_back();
+    node = addNode();
   } else {
     firstFree_ = at(node).later;
     at(node) = {};

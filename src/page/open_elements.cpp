@@ -11,6 +11,10 @@ void OpenElements::reserveNames(std::size_t count) {
   newestForeign_.resize(count, kNone);
 }
 
+void OpenElements::grow() {
+  entries_.resize(2 * entries_.size());
+}
+
 void OpenElements::unlinkNamesake(std::uint32_t slot) {
   const OpenElement& entry = at(slot);
   if (entry.has(kRun)) return;

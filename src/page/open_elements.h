@@ -169,7 +169,7 @@ class OpenElements {
   std::uint32_t pushUnnamed(Namespace space, NameNumber name, std::uint32_t begin,
                             ElementTraits traits) {
     const std::uint32_t slot = top_ + 1;
-    if (slot == entries_.size()) entries_.resize(2 * entries_.size());
+    if (slot == entries_.size()) grow();
     OpenElement& below = at(top_);
     OpenElement& entry = at(slot);
     below.above = slot;
@@ -207,6 +207,7 @@ class OpenElements {
     return found;
   }
 
+  void grow();
   void noteClosed(std::uint32_t slot);
   void relocate(std::uint32_t from, std::uint32_t to, std::uint32_t special,
                 std::uint32_t itemLimit);

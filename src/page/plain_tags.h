@@ -24,6 +24,7 @@ inline constexpr InsertionModes kBodyModes = {InsertionMode::inBody, InsertionMo
 struct PlainTag {
   InsertionModes modes = {};       // where the row holds
   ElementTraits notUnder = 0;      // not under a current node with one of these
+  ElementTraits traits = 0;        // of the element
   bool endsP = false;              // not where a p is open
   bool reopens = false;            // not where formatting elements wait to be reopened
   bool isFormatting = false;       // not where the list has one of the name
@@ -32,9 +33,10 @@ struct PlainTag {
   ContentState content = ContentState::data;
 };
 
-constexpr PlainTag plainBodyTag() {
+constexpr PlainTag plainBodyTag(Element element) {
   PlainTag row;
   row.modes = kBodyModes;
+  row.traits = htmlTraits(element);
   row.notUnder = kForeign;
   return row;
 }
@@ -43,7 +45,7 @@ constexpr PlainTag plainBodyTag() {
 constexpr PlainTag plainHeadTag(Element element) {
   PlainTag row;
   if (element == Element::template_) return row;
-  row = plainBodyTag();
+  row = plainBodyTag(element);
   row.modes = {InsertionMode::inBody, InsertionMode::inCell, InsertionMode::inCaption,
                InsertionMode::inHead};
   if (element == Element::script) row.content = ContentState::script;
@@ -55,7 +57,7 @@ constexpr PlainTag plainHeadTag(Element element) {
 }
 
 constexpr PlainTag plainTag(Element element) {
-  PlainTag row = plainBodyTag();
+  PlainTag row = plainBodyTag(element);
   row.hasContent = true;
   switch (kStartRules[id(element)]) {
     case StartRule::ordinary:
@@ -91,16 +93,20 @@ constexpr PlainTag plainTag(Element element) {
   }
 }
 
-constexpr std::array<PlainTag, kElementCount> plainTagTable() {
-  std::array<PlainTag, kElementCount> table{};
-  for (NameId name = 0; name < kElementCount; ++name) {
-    table[name] = plainTag(static_cast<Element>(name));
-  }
-  return table;
-}
-
 // By name; the row of kUnknownName holds for all names that are not in it.
-inline constexpr auto kPlainTags = plainTagTable();
+struct PlainTagTable {
+  constexpr PlainTagTable() {
+    for (NameId name = 0; name < kElementCount; ++name) {
+      rows[name] = plainTag(static_cast<Element>(name));
+    }
+  }
+  const PlainTag& of(std::uint32_t name) const {
+    return rows.data()[name < kElementCount ? name : kUnknownName];
+  }
+
+  std::array<PlainTag, kElementCount> rows;
+};
+inline constexpr PlainTagTable kPlainTags;
 
 }  // namespace pagescan::internal
 

@@ -292,7 +292,7 @@ class TreeBuilder {
 // --- what every element goes through ---
 
 inline const PlainTag* TreeBuilder::startPlain(NameNumber name, std::uint32_t begin) {
-  const PlainTag& row = kPlainTags[rowOf(name)];
+  const PlainTag& row = kPlainTags.of(name);
   if (!row.modes.contains(mode_) || open_.current().has(row.notUnder)) return nullptr;
   const bool hasP = open_.isOpen(Element::p);
   const bool hasToReopen = formatting_.needsReconstruction();
@@ -301,7 +301,7 @@ inline const PlainTag* TreeBuilder::startPlain(NameNumber name, std::uint32_t be
   skipsNewline_ = false;
   framesetOk_ = framesetOk_ && row.leavesFramesetOk;
   if (!row.hasContent) return &row;
-  const std::uint32_t slot = open_.push(Namespace::html, name, begin, kHtmlTraits[rowOf(name)]);
+  const std::uint32_t slot = open_.push(Namespace::html, name, begin, row.traits);
   if (row.isFormatting) formatting_.append(formatting_.make(name, begin), slot);
   return &row;
 }
