@@ -2,7 +2,7 @@
 
 declare -rA packagesOf=(
   [build]="g++ cmake ninja-build pkg-config python3 libgtest-dev libcli11-dev nlohmann-json3-dev
-           locales"
+           locales libcurl4-openssl-dev libssl-dev nginx-light libnginx-mod-http-brotli-filter"
   [arm64]="g++-aarch64-linux-gnu libc6-dev-arm64-cross qemu-user googletest"
   [clang]="clang libclang-rt-14-dev"
   [format]="clang-format git"

@@ -64,7 +64,7 @@ ExitStatus answer(const CLI::App& app, const CLI::ParseError& error, Output& out
 std::unique_ptr<CLI::App> makeApp(Job& job) {
   auto app = std::make_unique<CLI::App>(kPurpose);
   describe(*app);
-  for (const auto add : {addInventory, addRewrite, addLinks, addCss, addResolve, addEncode,
+  for (const auto add : {addInventory, addRewrite, addSave, addLinks, addCss, addResolve, addEncode,
                          addDecode, addFlavour, addEntities, addUtf8, addScrub}) {
     add(*app, job);
   }

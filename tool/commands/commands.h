@@ -13,6 +13,7 @@ namespace pagescan::tool {
 
 // The families of commands, as headings of the program's help.
 inline constexpr char kRecordCommands[] = "URLs of pages and style text, with their byte offsets";
+inline constexpr char kSaveCommands[] = "Saving pages";
 inline constexpr char kUrlCommands[] = "URLs and query strings";
 inline constexpr char kCharacterCommands[] = "Characters";
 inline constexpr char kScrubCommands[] = "Cleaning pages";
@@ -21,6 +22,7 @@ using Job = std::function<ExitStatus(Output& output)>;
 
 void addInventory(CLI::App& app, Job& job);
 void addRewrite(CLI::App& app, Job& job);
+void addSave(CLI::App& app, Job& job);
 void addResolve(CLI::App& app, Job& job);
 void addLinks(CLI::App& app, Job& job);
 void addCss(CLI::App& app, Job& job);

@@ -33,6 +33,10 @@ OptionFacts factsOf(const CLI::Option& option) {
   return facts;
 }
 
+void addTo(std::string& list, const char* separator, const std::string& entry) {
+  list.append(list.empty() ? "" : separator).append(entry);
+}
+
 CommandFacts factsOf(const CLI::App& command) {
   CommandFacts facts;
   facts.name = command.get_name();
@@ -44,10 +48,11 @@ CommandFacts factsOf(const CLI::App& command) {
     if (!option->get_positional()) {
       facts.options.push_back(factsOf(*option));
     } else {
-      facts.argument = option->get_name(true);
-      facts.argumentDescription = inOneLine(option->get_description());
+      addTo(facts.argument, " ", option->get_name(true));
+      addTo(facts.argumentDescription, "; ", inOneLine(option->get_description()));
       facts.mayRepeatArgument =
           option->get_multi_option_policy() == CLI::MultiOptionPolicy::TakeAll;
+      facts.isArgumentRequired = option->get_required();
     }
   }
   return facts;

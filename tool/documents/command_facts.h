@@ -27,10 +27,14 @@ struct CommandFacts {
   std::string summary;      // one line: "Lists the URLs of style text"
   std::string description;  // in one line
   std::string notes;        // paragraphs with empty lines between them
-  std::string argument;     // "FILE" or "TEXT"
+  std::string argument;     // "FILE" or "TEXT", or several: "URL DIR"
   bool mayRepeatArgument = false;
+  bool isArgumentRequired = false;
   std::string argumentDescription;
   std::vector<OptionFacts> options;
+
+  // Whether the arguments are names of files or folders.
+  bool takesFiles() const { return argument.find("FILE") != argument.npos; }
 };
 
 // All commands in the order of the help.

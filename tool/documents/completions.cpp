@@ -136,8 +136,9 @@ std::string zshOption(const OptionFacts& option) {
 std::string zshCommand(const CommandFacts& command) {
   std::string text = "    " + command.name + ")\n      _arguments";
   for (const OptionFacts& option : command.options) text += " \\\n        " + zshOption(option);
-  const std::string offer = command.argument == "FILE" ? "_files" : " ";
-  const std::string repeat = command.mayRepeatArgument ? "*" : "";
+  const std::string offer = command.takesFiles() ? "_files" : " ";
+  const bool areMany = command.mayRepeatArgument || command.argument.find(' ') != std::string::npos;
+  const std::string repeat = areMany ? "*" : "";
   return text + " \\\n        " + shellQuoted(repeat + ":" + command.argument + ":" + offer) +
          "\n      ;;\n";
 }
@@ -162,7 +163,7 @@ std::string fishCommand(const CommandFacts& command) {
       "complete -c pagescan -n " + shellQuoted("__fish_seen_subcommand_from " + command.name);
   std::string text = "\ncomplete -c pagescan -n __fish_use_subcommand -a " + command.name + " -d " +
                      shellQuoted(command.summary) + "\n";
-  if (command.argument == "FILE") text += begin + " -F\n";
+  if (command.takesFiles()) text += begin + " -F\n";
   for (const OptionFacts& option : command.options) {
     text += begin;
     if (!option.shortName.empty()) text += " -s " + option.shortName.substr(1);
@@ -181,7 +182,7 @@ std::string bashCompletion(const std::vector<CommandFacts>& commands) {
   for (const CommandFacts& command : commands) {
     values += bashValues(command);
     options += bashOptions(command);
-    if (command.argument == "FILE") readers += (readers.empty() ? "" : " | ") + command.name;
+    if (command.takesFiles()) readers += (readers.empty() ? "" : " | ") + command.name;
   }
   const std::string all = namesOf(commands);
   return std::string("# bash") + kHead + kBashBegin +  //

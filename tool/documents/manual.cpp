@@ -69,7 +69,8 @@ std::string synopsis(const CommandFacts& command) {
     text += (option.isRequired ? "." : ".Op ") + shown(option);
     text += option.mayRepeat ? " ...\n" : "\n";
   }
-  return text + ".Op Ar " + command.argument + (command.mayRepeatArgument ? " ...\n" : "\n");
+  const std::string begin = command.isArgumentRequired ? ".Ar " : ".Op Ar ";
+  return text + begin + command.argument + (command.mayRepeatArgument ? " ...\n" : "\n");
 }
 
 std::string optionList(const CommandFacts& command) {

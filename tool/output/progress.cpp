@@ -14,15 +14,17 @@ constexpr char kClearLine[] = "\r\x1b[K";
 
 }  // namespace
 
-Progress::Progress(std::size_t total, bool isDataOnTerminal)
+Progress::Progress(std::size_t total, bool isDataOnTerminal, const char* noun)
     : total_(total),
+      noun_(noun),
       isWanted_(total > 1 && !isDataOnTerminal && ::isatty(STDERR_FILENO) != 0),
       next_(Clock::now() + kFirst) {}
 
-void Progress::advance() {
-  ++done_;
+void Progress::advanceTo(std::size_t done, std::size_t total) {
+  done_ = done;
+  total_ = total;
   if (!isWanted_ || Clock::now() < next_) return;
-  std::fprintf(stderr, "%s%zu of %zu inputs", kClearLine, done_, total_);
+  std::fprintf(stderr, "%s%zu of %zu %s", kClearLine, done_, total_, noun_);
   isShown_ = true;
   next_ = Clock::now() + kStep;
 }

@@ -12,13 +12,17 @@ namespace pagescan::tool {
 class Progress {
  public:
   // total  how many steps there are
-  Progress(std::size_t total, bool isDataOnTerminal);
+  // noun   what is done in a step
+  Progress(std::size_t total, bool isDataOnTerminal, const char* noun = "inputs");
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
   ~Progress() { clear(); }
 
   // One step more is done.
-  void advance();
+  void advance() { advanceTo(done_ + 1, total_); }
+
+  // So many are done of so many that are known by now.
+  void advanceTo(std::size_t done, std::size_t total);
 
   // Takes the line away, so that a message may be written in its place.
   void clear();
@@ -27,6 +31,7 @@ class Progress {
   using Clock = std::chrono::steady_clock;
 
   std::size_t total_;
+  const char* noun_;
   std::size_t done_ = 0;
   bool isShown_ = false;
   bool isWanted_;
