@@ -44,7 +44,8 @@ TEST(RewritePage, NamesCopiesAndLeavesAllElse) {
       {"<form action=/send>", "<form action=http://h.test/send>"},
       {"<form action=''>", "<form action=''>"},
       {"<link rel=canonical href=/x>", "<link rel=canonical href=http://h.test/x>"},
-      {"<blockquote cite=x>", "<blockquote cite=x>"},
+      {"<blockquote cite=x>", "<blockquote cite=http://h.test/a/x>"},
+      {"<div itemscope itemtype=/x>", "<div itemscope itemtype=/x>"},
       {"<iframe srcdoc='<img src=&quot;b.png&quot;>'>",
        "<iframe srcdoc='<img src=&quot;files/b.png&quot;>'>"},
   };

@@ -8,6 +8,7 @@ every answer is cut in its middle. The log of requests is FOLDER/access.log.
 
 import gzip
 import os
+import random
 import socket
 import struct
 import subprocess
@@ -49,7 +50,7 @@ http {{
     location = /gone.png {{ return 404 "gone"; }}
     location = /broken.png {{ return 500 "broken"; }}
     location = /slow.png {{ limit_rate 500; }}
-    location = /cookie.html {{ add_header Set-Cookie "seen=1; Path=/"; try_files /cookie.html =404; }}
+    location = /page.html {{ add_header Set-Cookie "seen=1; Path=/"; }}
     location = /cookie.png {{ if ($http_cookie !~ "seen=1") {{ return 403; }} try_files /img/one.png =404; }}
     location = /secret.png {{ if ($http_x_secret != "tell") {{ return 403; }} try_files /img/one.png =404; }}
     location = /hostile {{
@@ -138,7 +139,6 @@ def write_site(site, cut_port):
     write(site, "page.html", PAGE.format(integrity=integrity(SHEETS["css/a.css"].encode()),
                                          script_integrity=integrity(script)))
     write(site, "latin.css", b".a::after{content:'\xb1';background:url(img/latin.png)}")
-    write(site, "cookie.html", "<!doctype html><img src=cookie.png>")
     write(site, "secret.html", "<!doctype html><img src=secret.png>")
     write(site, "frame/inner.html", "<!doctype html><link rel=stylesheet href=../css/c.css>"
           "<img src=../img/frame.png width=10><iframe src=inner.html></iframe>"
@@ -150,7 +150,7 @@ def write_site(site, cut_port):
     write(site, "utf8.js", "document.body.title = '\u00fc';")
     write(site, "final/page.html", "<!doctype html><img src=../img/one.png><img src=img.png>")
     write(site, "final/img.png", png(77))
-    write(site, "slow.png", png(50) + b"\0" * 20000)
+    write(site, "slow.png", png(50) + random.Random(1).randbytes(20000))
     write(site, "errors.html", "<!doctype html>\n" + "".join(
         f"<img src={name}>\n" for name in
         ["gone.png", "broken.png", "loop.png", "endless.png", "to-file.png", "slow.png",

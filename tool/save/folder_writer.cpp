@@ -34,6 +34,7 @@ std::string FolderWriter::write(const Resource& page) {
   std::error_code error;
   std::filesystem::create_directory(folder_ + "/files", error);
   if (error) return "files: " + error.message();
+  if (!syncWith(folder_)) return std::strerror(errno);  // the bodies that will be moved
   given_[&page] = kPageName;
   waiting_.push_back(&page);
   while (!waiting_.empty()) {

@@ -162,7 +162,8 @@ void Resources::follow(Resource& resource, const Answer& answer) {
 
 void Resources::finish(Resource& resource, Request& request, const Answer& answer) {
   Fetched& fetched = resource.fetched;
-  if (!request.file.commit()) return fail(resource, std::strerror(request.file.error()));
+  // Not durable: an earlier run's body is taken up only if it has its SHA-256.
+  if (!request.file.commit(false)) return fail(resource, std::strerror(request.file.error()));
   if (answer.status != 0) {
     fetched.hops.back().status = answer.status;
     fetched.contentType = mediaTypeOf(answer.contentType).text();

@@ -97,7 +97,10 @@ class SaveRun {
     bool isWhole = true;
     for (const Resource& resource : resources_.all()) {
       if (resource.failure.empty()) continue;
-      tellAbout(resource.place, resource.url() + ": " + resource.failure);
+      const std::string& asked = resource.fetched.hops.front().url;
+      const bool isMoved = asked != resource.url();
+      tellAbout(resource.place,
+                asked + ": " + resource.failure + (isMoved ? " (at " + resource.url() + ")" : ""));
       isWhole = false;
     }
     return isWhole;

@@ -40,13 +40,23 @@ void WholeFile::write(std::string_view bytes) {
   }
 }
 
-bool WholeFile::commit() {
+bool WholeFile::commit(bool isDurable) {
   if (descriptor_ < 0) return false;
-  if (error_ == 0 && ::fsync(descriptor_) != 0) error_ = errno;
+  if (isDurable && error_ == 0 && ::fsync(descriptor_) != 0) error_ = errno;
   close();
   if (error_ == 0 && std::rename(partPath().c_str(), path_.c_str()) != 0) error_ = errno;
   if (error_ != 0) ::unlink(partPath().c_str());
   return error_ == 0;
+}
+
+bool syncWith(const std::string& folder) {
+  const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (descriptor < 0) return false;
+  const bool isSynced = ::syncfs(descriptor) == 0;
+  const int error = errno;
+  ::close(descriptor);
+  errno = error;
+  return isSynced;
 }
 
 bool readWhole(const std::string& path, std::string& bytes) {

@@ -19,9 +19,10 @@ class WholeFile {
 
   void write(std::string_view bytes);
 
-  // Puts the bytes on the disk and the file under its name, in the place of an older one.
-  // Returns  whether all went well
-  bool commit();
+  // Puts the file under its name, in the place of an older one.
+  // isDurable  whether its bytes are on the disk before; else syncWith() does it for many at once
+  // Returns    whether all went well
+  bool commit(bool isDurable = true);
 
   // The errno of the first call that failed, or 0.
   int error() const { return error_; }
@@ -34,6 +35,10 @@ class WholeFile {
   int descriptor_;
   int error_ = 0;
 };
+
+// Puts all that was written to the file system of a folder on the disk; false, and errno, when that
+// fails. A hundred times faster than commit() for each of many files.
+bool syncWith(const std::string& folder);
 
 // The bytes of a file in a text; false, and errno, when it cannot be read.
 bool readWhole(const std::string& path, std::string& bytes);
