@@ -9,8 +9,8 @@ _pagescan() {
   local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
   local command=${COMP_WORDS[1]} words=
 
-  if ((COMP_CWORD == 1)); then words='inventory rewrite links css resolve encode decode flavour entities utf8 scrub help --help --version'; fi
-  if ((COMP_CWORD == 2)) && [[ $command == help ]]; then words='inventory rewrite links css resolve encode decode flavour entities utf8 scrub'; fi
+  if ((COMP_CWORD == 1)); then words='inventory rewrite save links css resolve encode decode flavour entities utf8 scrub help --help --version'; fi
+  if ((COMP_CWORD == 2)) && [[ $command == help ]]; then words='inventory rewrite save links css resolve encode decode flavour entities utf8 scrub'; fi
   case "$command $previous" in
     'inventory --url') return ;;
     'inventory --charset') return ;;
@@ -34,6 +34,15 @@ _pagescan() {
     'rewrite --output') _pagescan_files && return ;;
     'rewrite --jobs') return ;;
     'rewrite --files-from') _pagescan_files && return ;;
+    'save --url') return ;;
+    'save --user-agent') return ;;
+    'save --header') return ;;
+    'save --ca-file') _pagescan_files && return ;;
+    'save --timeout') return ;;
+    'save --max-time') return ;;
+    'save --max-size') return ;;
+    'save --max-total') return ;;
+    'save --max-count') return ;;
     'links --base') return ;;
     'links --format') words='table jsonl urls' ;;
     'links --files-from') _pagescan_files && return ;;
@@ -57,6 +66,7 @@ _pagescan() {
     case $command in
       inventory) words='-h --help --url --charset --scripting --profile --places --css --kind --format --jobs --files-from -0 --null' ;;
       rewrite) words='-h --help --absolute --relative --map --template --edits --kind --url --charset --scripting --profile --places --css --base-url-from-path --dry-run --in-place -o --output --jobs --files-from -0 --null' ;;
+      save) words='-h --help --url --single-file --continue --user-agent --header --ca-file --allow-private --timeout --max-time --max-size --max-total --max-count' ;;
       links) words='-h --help --no-rel --base --format --files-from -0 --null' ;;
       css) words='-h --help --declarations --base --format --files-from -0 --null' ;;
       resolve) words='-h --help --base --encoding --format' ;;
@@ -73,7 +83,7 @@ _pagescan() {
     return
   fi
   case $command in
-    inventory | rewrite | links | css | entities | utf8 | scrub) _pagescan_files ;;
+    inventory | rewrite | save | links | css | entities | utf8 | scrub) _pagescan_files ;;
   esac
 }
 

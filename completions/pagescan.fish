@@ -4,7 +4,7 @@ complete -c pagescan -f
 complete -c pagescan -n __fish_use_subcommand -s h -l help -d 'Print this help and exit'
 complete -c pagescan -n __fish_use_subcommand -l version -d 'Print the version and exit'
 complete -c pagescan -n __fish_use_subcommand -a help -d 'Prints the help of a command'
-complete -c pagescan -n '__fish_seen_subcommand_from help' -a 'inventory rewrite links css resolve encode decode flavour entities utf8 scrub'
+complete -c pagescan -n '__fish_seen_subcommand_from help' -a 'inventory rewrite save links css resolve encode decode flavour entities utf8 scrub'
 
 complete -c pagescan -n __fish_use_subcommand -a inventory -d 'Lists every URL that pages carry, as browsers read them'
 complete -c pagescan -n '__fish_seen_subcommand_from inventory' -F
@@ -43,6 +43,22 @@ complete -c pagescan -n '__fish_seen_subcommand_from rewrite' -s o -l output -r 
 complete -c pagescan -n '__fish_seen_subcommand_from rewrite' -l jobs -x -d 'Read N inputs at a time'
 complete -c pagescan -n '__fish_seen_subcommand_from rewrite' -l files-from -r -F -d 'Read the files named in FILE too, a name a line'
 complete -c pagescan -n '__fish_seen_subcommand_from rewrite' -s 0 -l null -d 'The names in that FILE end with NUL bytes, as find -print0 writes them'
+
+complete -c pagescan -n __fish_use_subcommand -a save -d 'Saves a page and all that it loads'
+complete -c pagescan -n '__fish_seen_subcommand_from save' -F
+complete -c pagescan -n '__fish_seen_subcommand_from save' -s h -l help -d 'Print this help and exit'
+complete -c pagescan -n '__fish_seen_subcommand_from save' -l url -x -d 'The page is in a file or in standard input, and comes from URL'
+complete -c pagescan -n '__fish_seen_subcommand_from save' -l single-file -d 'Write one file, index.html, that holds all as data'
+complete -c pagescan -n '__fish_seen_subcommand_from save' -l continue -d 'Go on with a run that was stopped'
+complete -c pagescan -n '__fish_seen_subcommand_from save' -l user-agent -x -d 'The User-Agent of the requests'
+complete -c pagescan -n '__fish_seen_subcommand_from save' -l header -x -d 'Send this header, "Name'
+complete -c pagescan -n '__fish_seen_subcommand_from save' -l ca-file -r -F -d 'Trust the certificate authorities in FILE'
+complete -c pagescan -n '__fish_seen_subcommand_from save' -l allow-private -d 'Connect to addresses that are not public, too'
+complete -c pagescan -n '__fish_seen_subcommand_from save' -l timeout -x -d 'Seconds that one request may take'
+complete -c pagescan -n '__fish_seen_subcommand_from save' -l max-time -x -d 'Seconds that all may take'
+complete -c pagescan -n '__fish_seen_subcommand_from save' -l max-size -x -d 'Bytes that one answer may have, once decompressed'
+complete -c pagescan -n '__fish_seen_subcommand_from save' -l max-total -x -d 'Bytes that all may have'
+complete -c pagescan -n '__fish_seen_subcommand_from save' -l max-count -x -d 'Resources that are asked for'
 
 complete -c pagescan -n __fish_use_subcommand -a links -d 'Lists the URL-bearing attributes of pages, one a line'
 complete -c pagescan -n '__fish_seen_subcommand_from links' -F
