@@ -8,14 +8,9 @@ namespace {
 
 using testing::PrintToString;
 
-<<<<<<< HEAD
-const std::vector<std::string> kCommands = {"inventory", "rewrite", "resolve", "links",
-                                            "css",       "encode",  "decode",  "flavour",
-=======
-const std::vector<std::string> kCommands = {"inventory", "resolve", "save",   "links",
-                                            "css",       "encode",  "decode", "flavour",
->>>>>>> 3946f20 (save: pagescan save fetches a page with all that it loads)
-                                            "entities",  "utf8",    "scrub"};
+const std::vector<std::string> kCommands = {"inventory", "rewrite",  "save",   "resolve",
+                                            "links",     "css",      "encode", "decode",
+                                            "flavour",   "entities", "utf8",   "scrub"};
 
 bool contains(const std::string& text, const std::string& part) {
   return text.find(part) != std::string::npos;

@@ -1,5 +1,4 @@
 // pagescan save: a page and all that it loads, in a folder that opens offline.
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <memory>
 #include <optional>
@@ -33,11 +32,16 @@ constexpr char kNotes[] =
     "  pagescan save --url https://example.com/ page.html copy\n"
     "  pagescan save --continue https://example.com/a/b.html copy";
 
+constexpr unsigned kMostSeconds = 1'000'000;
+constexpr unsigned kMostNumber = 0xFFFF'FFFF;
+
 // What the options say, in their own words.
 struct Given {
   SaveOptions save;
-  std::string source, url;
+  std::optional<std::string> source, folder;
+  std::string url;
   unsigned requestTime = 60, runTime = 900;
+  unsigned mostBytes = 1U << 28, mostRunBytes = 1U << 31, most = 10000;
 };
 
 bool isHttp(const Url& url) {
@@ -75,15 +79,19 @@ std::string checkUserAgent(const std::string& text) {
 ExitStatus run(Given& given, Output& output) {
   SaveOptions& save = given.save;
   if (given.url.empty()) {
-    const std::string complaint = checkHttpUrl(given.source);
+    const std::string complaint = checkHttpUrl(*given.source);
     if (!complaint.empty()) {
       tell(printable(complaint) + ": --url goes with a file");
       return kWrongUsage;
     }
   } else {
-    save.file = given.source;
+    save.file = *given.source;
   }
-  save.url = Url::parse(given.url.empty() ? given.source : given.url)->href();
+  save.url = Url::parse(given.url.empty() ? *given.source : given.url)->href();
+  save.folder = *given.folder;
+  save.most = given.most;
+  save.fetch.mostBytes = given.mostBytes;
+  save.fetch.mostRunBytes = given.mostRunBytes;
   save.fetch.requestTime = std::chrono::seconds(given.requestTime);
   save.fetch.runTime = std::chrono::seconds(given.runTime);
   return runSave(save, output);
@@ -92,67 +100,53 @@ ExitStatus run(Given& given, Output& output) {
 void addRequestOptions(CLI::App& command, Given& given) {
   FetchOptions& fetch = given.save.fetch;
   fetch.userAgent = "pagescan/" PAGESCAN_VERSION;
-  addText(command, "--user-agent", fetch.userAgent, "TEXT", "The User-Agent of the requests")
-      ->check(checkUserAgent);
-  command
-      .add_option("--header", keepIn(fetch.headers),
-                  "Send this header, \"Name: value\", to the server of the\n"
-                  "page and no other; may be given several times")
-      ->option_text("HEADER")
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
-      ->check(checkHeader);
+  addText(command, "--user-agent", fetch.userAgent, "TEXT", "The User-Agent of the requests",
+          checkUserAgent);
+  addTexts(command, "--header", fetch.headers, "HEADER",
+           "Send this header, \"Name: value\", to the server of the\n"
+           "page and no other; may be given several times",
+           checkHeader);
   addText(command, "--ca-file", fetch.certificates, "FILE",
           "Trust the certificate authorities in FILE (PEM)\n"
           "instead of the system's");
-  command.add_flag("--allow-private", fetch.allowsPrivate,
-                   "Connect to addresses that are not public, too: this\n"
-                   "machine, local networks");
+  addFlag(command, "--allow-private", fetch.allowsPrivate,
+          "Connect to addresses that are not public, too: this\n"
+          "machine, local networks");
 }
 
 void addLimits(CLI::App& command, Given& given) {
-  SaveOptions& save = given.save;
-  command
-      .add_option("--timeout", given.requestTime,
-                  "Seconds that one request may take; 60 by default")
-      ->option_text("N")
-      ->check(CLI::Range(1U, 86400U));
-  command.add_option("--max-time", given.runTime, "Seconds that all may take; 900 by default")
-      ->option_text("N")
-      ->check(CLI::Range(1U, 1000000U));
-  command
-      .add_option("--max-size", save.fetch.mostBytes,
-                  "Bytes that one answer may have, once decompressed;\n"
-                  "256 MiB by default")
-      ->option_text("N");
-  command
-      .add_option("--max-total", save.fetch.mostRunBytes,
-                  "Bytes that all may have; 2 GiB by default")
-      ->option_text("N");
-  command.add_option("--max-count", save.most, "Resources that are asked for; 10,000 by default")
-      ->option_text("N");
+  addNumber(command, "--timeout", given.requestTime, 1, kMostSeconds,
+            "Seconds that one request may take; 60 by default");
+  addNumber(command, "--max-time", given.runTime, 1, kMostSeconds,
+            "Seconds that all may take; 900 by default");
+  addNumber(command, "--max-size", given.mostBytes, 1, kMostNumber,
+            "Bytes that one answer may have, once decompressed;\n"
+            "256 MiB by default");
+  addNumber(command, "--max-total", given.mostRunBytes, 1, kMostNumber,
+            "Bytes that all may have; 2 GiB by default");
+  addNumber(command, "--max-count", given.most, 1, kMostNumber,
+            "Resources that are asked for; 10,000 by default");
 }
 
 }  // namespace
 
 void addSave(CLI::App& app, Job& job) {
-  CLI::App* command = app.add_subcommand("save", kDescription)->group(kSaveCommands);
+  CLI::App& command = addCommand(app, "save", kDescription, kSaveCommands);
   const auto given = std::make_shared<Given>();
-  addText(*command, "--url", given->url, "URL",
+  addText(command, "--url", given->url, "URL",
           "The page is in a file or in standard input, and comes\n"
-          "from URL")
-      ->check(checkHttpUrl);
-  command->add_flag("--single-file", given->save.isSingleFile,
-                    "Write one file, index.html, that holds all as data: URLs");
-  command->add_flag("--continue", given->save.goesOn, "Go on with a run that was stopped");
-  addRequestOptions(*command, *given);
-  addLimits(*command, *given);
-  addText(*command, "URL|FILE", given->source, " ",
-          "The page; with --url a file, or standard input for -")
-      ->required();
-  addText(*command, "DIR", given->save.folder, " ", "A folder, new or empty")->required();
-  command->footer(kNotes);
-  command->callback(
-      [&job, given] { job = [given](Output& output) { return run(*given, output); }; });
+          "from URL",
+          checkHttpUrl);
+  addFlag(command, "--single-file", given->save.isSingleFile,
+          "Write one file, index.html, that holds all as data: URLs");
+  addFlag(command, "--continue", given->save.goesOn, "Go on with a run that was stopped");
+  addRequestOptions(command, *given);
+  addLimits(command, *given);
+  require(addArgument(command, "URL|FILE", "The page; with --url a file, or standard input for -",
+                      given->source));
+  require(addArgument(command, "DIR", "A folder, new or empty", given->folder));
+  finishCommand(command, kNotes,
+                [&job, given] { job = [given](Output& output) { return run(*given, output); }; });
 }
 
 }  // namespace pagescan::tool
