@@ -171,7 +171,7 @@ bool Prescan::readMeta() {
   return true;
 }
 
-// The value of `encoding` in an XML declaration at the start.
+// The value of `encoding` in an XML declaration at the start, and not after its end.
 // Source    HTML Standard, 13.2.3.2 "get an XML encoding"
 std::optional<Encoding> encodingFromXmlDeclaration(std::string_view bytes) {
   constexpr std::size_t kNone = std::string_view::npos;
@@ -179,7 +179,9 @@ std::optional<Encoding> encodingFromXmlDeclaration(std::string_view bytes) {
     while (at < bytes.size() && toByte(bytes[at]) <= 0x20) ++at;
     return at;
   };
-  if (bytes.substr(0, 5) != "<?xml" || bytes.find('>') == kNone) return std::nullopt;
+  const std::size_t declarationEnd = bytes.find('>');
+  if (bytes.substr(0, 5) != "<?xml" || declarationEnd == kNone) return std::nullopt;
+  bytes = bytes.substr(0, declarationEnd);
   std::size_t at = bytes.find("encoding");
   if (at == kNone) return std::nullopt;
   at = skipControls(at + "encoding"sv.size());

@@ -96,7 +96,8 @@ constexpr SniffingCase kPrescans[] = {
     {HERE, "<?xml encoding\n=\r\"koi8-r\"?><meta charset=big5>", "Big5"},
     {HERE, "<?xml encoding='utf-16'?>", "UTF-8"},
     {HERE, "<?xml encoding='koi8-r'", "none"},
-    {HERE, "<?xml> encoding='koi8-r'", "KOI8-R"},  // only that the declaration ends is asked
+    {HERE, "<?xml> encoding='koi8-r'", "none"},  // after the declaration
+    {HERE, "<?xml encoding='koi>8-r'?>", "none"},
     {HERE, "<?xml encoding=' koi8-r'?>", "none"},
     {HERE, "<?xml encoding=koi8-r?>", "none"},
     {HERE, "<?xml encoding='koi8-r?>", "none"},

@@ -161,6 +161,7 @@ MaybeEncoding getXmlEncoding(std::string_view bytes) {
   };
   if (bytes.substr(0, 5) != "<?xml") return std::nullopt;
   if (bytes.find('>') == std::string_view::npos) return std::nullopt;
+  bytes = bytes.substr(0, bytes.find('>'));
   std::size_t position = bytes.find("encoding");
   if (position == std::string_view::npos) return std::nullopt;
   position += 8;
