@@ -223,12 +223,14 @@ std::optional<Places> Places::parse(std::string_view text, std::string* error) {
     if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
     if (line.empty() || line.front() == '#' || internal::isHeading(line)) continue;
     Place place{};
-    const std::string fault = internal::readRow(line, place);
-    if (!fault.empty()) {
-      if (error != nullptr) *error = "line " + std::to_string(number) + ": " + fault;
-      return std::nullopt;
+    std::string fault = internal::readRow(line, place);
+    if (fault.empty()) {
+      table->add(place);
+      if (!table->hasTooManyNames()) continue;
+      fault = "too many names";
     }
-    table->add(place);
+    if (error != nullptr) *error = "line " + std::to_string(number) + ": " + fault;
+    return std::nullopt;
   }
   Places places;
   places.table_ = std::move(table);

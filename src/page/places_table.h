@@ -12,8 +12,18 @@
 #include "page/element_traits.h"
 #include "page/names.h"
 #include "page/places.h"
+#include "page/reference_ids.h"
 
 namespace pagescan {
+
+namespace internal {
+
+// The names of elements that a table may add, and those of attributes: their numbers have to fit
+// into a reference.
+inline constexpr std::size_t kMostNamesOfTable = 10'000;
+static_assert(kElementCount + kMostNamesOfTable < kNameLimit);
+
+}  // namespace internal
 
 // The rows of a table in the order of its text, and the names in them that the reader does not know
 // by itself. Constant once it is built. Hidden, unlike the class around it.
@@ -28,6 +38,11 @@ struct __attribute__((visibility("hidden"))) Places::Table {
                internal::NameId attribute) const;
 
   void add(const internal::Place& place);
+
+  bool hasTooManyNames() const {
+    return elements.size() > internal::kMostNamesOfTable ||
+           attributes.size() > internal::kMostNamesOfTable;
+  }
 
   std::string text;  // what the rows are views of
   std::vector<internal::Place> rows;

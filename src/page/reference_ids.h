@@ -11,7 +11,7 @@ namespace pagescan::internal {
 
 inline constexpr unsigned kNameBits = 14;
 
-// Numbers of names in a reference are below this; others are kUnknownName there.
+// The numbers of all names of elements are below this.
 inline constexpr NameId kNameLimit = 1U << kNameBits;
 
 constexpr std::uint16_t elementId(Namespace space, NameId name) {

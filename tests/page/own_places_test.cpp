@@ -55,6 +55,25 @@ TEST(Places, NameTheLineThatIsNoRow) {
   }
 }
 
+// A table of so many names of elements, or of attributes, that nothing else knows.
+std::string tableOfNames(std::size_t count, bool ofElements) {
+  std::string text;
+  for (std::size_t i = 0; i < count; ++i) {
+    const std::string name = "x-" + std::to_string(i);
+    text += "standard\thtml\t" + (ofElements ? name : "a") + "\t" + (ofElements ? "src" : name) +
+            "\turl\tload\n";
+  }
+  return text;
+}
+
+TEST(Places, MayAddTenThousandNamesOfEachSort) {
+  for (const bool ofElements : {false, true}) {
+    EXPECT_EQ(faultOf(tableOfNames(10000, ofElements)), "none");
+    EXPECT_EQ(faultOf(tableOfNames(10001, ofElements)), "line 10001: too many names");
+    EXPECT_EQ(faultOf(tableOfNames(70000, ofElements)), "line 10001: too many names");
+  }
+}
+
 // The references of a page with an own table, each as "element attribute value kind".
 std::string read(std::string_view bytes, const Places& places, Profiles profiles = 0) {
   PageOptions options;
@@ -99,6 +118,14 @@ TEST(Places, AreTriedInTheOrderOfTheFile) {
       "standard\thtml\t*\tx\turl\tscript\n");
   ASSERT_TRUE(places);
   EXPECT_EQ(read("<p x=1><q x=2>", *places), "p x 1 ping, q x 2 script");
+}
+
+TEST(Places, TellTheLastOfManyNamesApart) {
+  const Places elements = *Places::parse(tableOfNames(10000, true));
+  EXPECT_EQ(read("<x-9998 src=a></x-9998><x-9999 src=b>", elements),
+            "x-9998 src a load, x-9999 src b load");
+  const Places attributes = *Places::parse(tableOfNames(10000, false));
+  EXPECT_EQ(read("<a x-9998=a x-9999=b>", attributes), "a x-9998 a load, a x-9999 b load");
 }
 
 TEST(Page, ReadsTheNamesOfUnknownElementsAgain) {
