@@ -100,7 +100,8 @@ PAGESCAN_PAGE_EXPORT std::optional<Profiles> profileOf(std::string_view name);
 // A user's own table of places. Its text has the form of the built-in table: a line a place, with
 // the columns profile, namespace, element, attribute, slot, kind and rule between tabs; a first
 // line with these names, empty lines and lines that begin with "#" are skipped. Its rows are read
-// before the built-in ones, so that they may also change what is known of a place.
+// before the built-in ones, so that they may also change what is known of a place. It may name up
+// to 10,000 elements that the built-in table does not know, and as many attributes.
 //
 // Copies share the table. It may be used on many threads at once.
 class PAGESCAN_PAGE_EXPORT Places {
@@ -183,10 +184,6 @@ class PAGESCAN_PAGE_EXPORT Page {
   // none.
   bool urlInto(const Reference& reference, std::string& result) const;
 
-  // What a reference resolves against: the base that is in force where it counts. Empty where there
-  // is nothing. Valid as long as the page. Cost: logarithmic in the nested documents.
-  std::string_view baseOf(const Reference& reference) const;
-
   // The element of a reference in lower case as the parser names it ("img" for "image"), with
   // "svg:" or "math:" in front in these namespaces, in the parser's spelling ("svg:feImage").
   std::string element(const Reference& reference) const;
@@ -199,6 +196,10 @@ class PAGESCAN_PAGE_EXPORT Page {
 
   // What the document's links resolve against; empty where there is nothing.
   const std::string& base() const;
+
+  // What a reference resolves against: the base that is in force where it counts. Empty where there
+  // is nothing. Cost: logarithmic in the nested documents, linear in the base.
+  std::string base(const Reference& reference) const;
 
   struct State;
   // For the library itself.

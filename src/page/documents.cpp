@@ -1,8 +1,6 @@
 #include "page/documents.h"
 
 #include <algorithm>
-#include <optional>
-#include <utility>
 
 namespace pagescan::internal {
 
@@ -41,12 +39,20 @@ std::uint32_t Documents::urlInForceAt(std::uint32_t tag, std::uint32_t document)
 }
 
 // Source   HTML Standard, 4.2.3 "set the frozen base URL"
-void Documents::setBase(Document& document, std::string_view href) {
+std::optional<Url> Documents::parsed(const Base& own, std::string_view href) {
+  std::optional<Url> url = own.url() != nullptr ? Url::parse(href, *own.url()) : Url::parse(href);
+  if (url && (url->scheme() == "data" || url->scheme() == "javascript")) url.reset();
+  return url;
+}
+
+bool Documents::takeRoom(const Document& document, std::size_t& room) const {
+  if ((document.ownUrl & kLater) != 0) return false;
   const Url* const own = bases_[document.ownUrl].url();
-  std::optional<Url> url = own != nullptr ? Url::parse(href, *own) : Url::parse(href);
-  if (!url || url->scheme() == "data" || url->scheme() == "javascript") return;
-  document.url = static_cast<std::uint32_t>(bases_.size());
-  bases_.emplace_back(*std::move(url));
+  const Span href = document.base.span;
+  const std::size_t size = (own == nullptr ? 0 : own->href().size()) + (href.end - href.begin);
+  if (size > room) return false;
+  room -= size;
+  return true;
 }
 
 }  // namespace pagescan::internal

@@ -5,7 +5,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "pagescan/page.h"
@@ -13,7 +15,7 @@
 
 namespace pagescan::internal {
 
-// A document, or a noscript fragment. `ownUrl` and `url` are numbers of Documents::base.
+// A document, or a noscript fragment. `ownUrl` and `url` are numbers for Documents::base().
 struct Document {
   std::uint32_t parent;      // the tag that holds it, as Reference::parent
   std::uint32_t outer;       // the index of the document or fragment around it
@@ -47,15 +49,23 @@ class Documents {
   const Document& of(std::uint32_t parent) const;
   const Document& ownerOf(std::uint32_t parent) const { return documents_[of(parent).owner]; }
 
-  // Resolves all bases, when all are known.
+  // Resolves all bases, when all are known; but those of documents in attributes only while that
+  // takes no more than `room` bytes, the others when base() is asked for them. Each may be as long
+  // as the one around it: together they would take the square of the page.
   // hrefOf   takes a reference of a base element and returns its value
   template <typename HrefOf>
-  void resolveBases(const HrefOf& hrefOf) {
-    for (std::size_t i = 0; i < documents_.size(); ++i) {
+  void resolveBases(std::size_t room, const HrefOf& hrefOf) {
+    for (std::uint32_t i = 0; i < documents_.size(); ++i) {
       Document& document = documents_[i];
       if (document.owner != i) continue;
       if (i > 0) document.url = document.ownUrl = urlInForceAt(document.parent, document.outer);
-      if (document.hasBase) setBase(document, hrefOf(document.base));
+      if (!document.hasBase) continue;
+      if (i > 0 && !takeRoom(document, room)) {
+        document.url = kLater | i;
+      } else if (std::optional<Url> url = parsed(bases_[document.ownUrl], hrefOf(document.base))) {
+        document.url = static_cast<std::uint32_t>(bases_.size());
+        bases_.emplace_back(*std::move(url));
+      }
     }
   }
 
@@ -63,10 +73,33 @@ class Documents {
   // own tag on.
   std::uint32_t urlInForceAt(std::uint32_t tag, std::uint32_t document) const;
 
-  const Base& base(std::uint32_t number) const { return bases_[number]; }
+  // The document's own URL, and what its links resolve against.
+  const Base& ownBase() const { return bases_.front(); }
+  const Base& linkBase() const { return bases_[documents_.front().url]; }
+
+  // The URL of a number. One that was left for later is resolved into `storage`.
+  // hrefOf   as above
+  // Cost     constant; of one that was left, linear in the URLs around it
+  template <typename HrefOf>
+  const Base& base(std::uint32_t number, const HrefOf& hrefOf, Base& storage) const {
+    if ((number & kLater) == 0) return bases_[number];
+    const Document& document = documents_[number & ~kLater];
+    Base outer;
+    const Base& own = base(document.ownUrl, hrefOf, outer);
+    std::optional<Url> url = parsed(own, hrefOf(document.base));
+    storage = url ? Base(*std::move(url)) : own;
+    return storage;
+  }
 
  private:
-  void setBase(Document& document, std::string_view href);
+  // In the number of a URL: that of a document whose base is resolved when it is asked for.
+  static constexpr std::uint32_t kLater = 0x80000000;
+
+  // What a base element makes of the URL before it; none where that stays.
+  static std::optional<Url> parsed(const Base& own, std::string_view href);
+
+  // Takes what the base of a document may take; false where that is more than there is.
+  bool takeRoom(const Document& document, std::size_t& room) const;
 
   std::vector<Document> documents_;
   std::vector<Base> bases_;

@@ -24,8 +24,7 @@ Page::Page(std::string_view bytes, const PageOptions& options) : state_(std::mak
   const bool isTooLarge = bytes.size() > std::numeric_limits<std::uint32_t>::max();
   state_->reading = internal::readPage(isTooLarge ? std::string_view() : bytes, used);
   state_->references = state_->reading->references.take();
-  const internal::Documents& documents = state_->reading->documents;
-  const Url* const base = documents.base(documents[0].url).url();
+  const Url* const base = state_->reading->documents.linkBase().url();
   if (base != nullptr) state_->base = base->href();
 }
 
@@ -70,9 +69,10 @@ bool Page::urlInto(const Reference& reference, std::string& result) const {
   return false;
 }
 
-std::string_view Page::baseOf(const Reference& reference) const {
-  const Url* const url = internal::baseOf(*state_->reading, reference).url();
-  return url == nullptr ? std::string_view() : url->href();
+std::string Page::base(const Reference& reference) const {
+  Base storage;
+  const Url* const url = internal::baseOf(*state_->reading, reference, storage).url();
+  return url == nullptr ? std::string() : url->href();
 }
 
 std::string Page::element(const Reference& reference) const {

@@ -64,8 +64,9 @@ std::unique_ptr<PageReading> readPage(std::string_view bytes, const PageOptions&
             [](const StoredValue& a, const StoredValue& b) {
               return std::pair(a.begin, a.tag) < std::pair(b.begin, b.tag);
             });
-  reading->documents.resolveBases(
-      [&](const Reference& base) { return std::string(ValueReader(*reading).read(base)); });
+  reading->documents.resolveBases(bytes.size(), [&reading](const Reference& base) {
+    return std::string(ValueReader(*reading).read(base));
+  });
   return reading;
 }
 

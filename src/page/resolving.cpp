@@ -24,6 +24,15 @@ bool resolvesAtItsTag(const Reference& reference) {
   return reference.kind == Kind::load || reference.slot == Slot::refresh || isStyle(reference.slot);
 }
 
+// The number of the URL that a reference resolves against.
+std::uint32_t numberOfBase(const Documents& documents, const Reference& reference) {
+  const Document& document = documents.of(reference.parent);
+  const Document& owner = documents[document.owner];
+  if (isOfBase(reference)) return owner.ownUrl;
+  if (resolvesAtItsTag(reference)) return documents.urlInForceAt(reference.tag, document.owner);
+  return owner.url;
+}
+
 // Source   HTML Standard, 2.4.2 "encoding-parsing a URL"; CSS and JSON are UTF-8 whatever the page
 Encoding queryEncodingOf(const PageReading& page, const Reference& reference) {
   const bool isUtf8 = isStyle(reference.slot) || reference.slot == Slot::json ||
@@ -35,7 +44,7 @@ Encoding queryEncodingOf(const PageReading& page, const Reference& reference) {
 // Source   HTML Standard, 4.10.22.3 "Form submission algorithm"
 bool writeOwnUrl(const PageReading& page, const Reference& reference, std::string& out) {
   if (page.documents.of(reference.parent).srcdocs > 0) return false;
-  const Url* const url = page.documents.base(0).url();
+  const Url* const url = page.documents.ownBase().url();
   if (url == nullptr) return false;
   out.assign(url->href(), 0, url->offsets().fragmentBegin);
   return true;
@@ -52,19 +61,16 @@ bool resolveValue(const PageReading& page, const Reference& reference, const Bas
 
 }  // namespace
 
-const Base& baseOf(const PageReading& page, const Reference& reference) {
-  const Documents& documents = page.documents;
-  const Document& document = documents.of(reference.parent);
-  const Document& owner = documents[document.owner];
-  if (isOfBase(reference)) return documents.base(owner.ownUrl);
-  if (resolvesAtItsTag(reference)) {
-    return documents.base(documents.urlInForceAt(reference.tag, document.owner));
-  }
-  return documents.base(owner.url);
+const Base& baseOf(const PageReading& page, const Reference& reference, Base& storage) {
+  return page.documents.base(
+      numberOfBase(page.documents, reference),
+      [&page](const Reference& element) { return std::string(ValueReader(page).read(element)); },
+      storage);
 }
 
 bool resolveReference(const PageReading& page, const Reference& reference, std::string& out) {
-  const Base& base = baseOf(page, reference);
+  Base storage;
+  const Base& base = baseOf(page, reference, storage);
   const std::string_view written = writtenAt(page, reference.span);
   const bool isWhole = reference.kind != Kind::form && !isOfSvgStyle(reference);
   if (isWhole && PlainLinks(base).resolveWritten(out, written)) return true;

@@ -14,8 +14,9 @@ namespace pagescan::internal {
 //        is its own decoding
 bool resolveReference(const PageReading& page, const Reference& reference, std::string& out);
 
-// What a reference resolves against. Valid as long as the page.
-const Base& baseOf(const PageReading& page, const Reference& reference);
+// What a reference resolves against. Valid as long as the page and `storage`, in which it may
+// stand.
+const Base& baseOf(const PageReading& page, const Reference& reference, Base& storage);
 
 }  // namespace pagescan::internal
 

@@ -105,6 +105,19 @@ TEST(PageMemory, TakesNoBlockForAReference) {
   }
 }
 
+// Each of these documents has a base as long as that of the page.
+TEST(PageMemory, OfManyBasesBelowALongOneIsLinear) {
+  constexpr std::size_t kDocuments = 2000;
+  std::string text = "<base href='http://h/" + std::string(100000, 'x') + "/'>";
+  for (std::size_t i = 0; i < kDocuments; ++i) {
+    text += "<iframe srcdoc='<base href=a/><img src=b>'></iframe>";
+  }
+  const AllocationCount count;
+  const Page page(text);
+  EXPECT_EQ(page.references().size(), 1 + 2 * kDocuments);
+  EXPECT_LE(count.peakSoFar(), 3 * text.size() + 400 * kDocuments + kFixedBytes);
+}
+
 TEST(PageMemory, OfASheetIsLikewise) {
   std::string text;
   for (int i = 0; i < 20000; ++i) text += "a{b:url(c);d:url('e')}";

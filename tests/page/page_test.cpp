@@ -136,6 +136,31 @@ TEST(Page, ReadsNestedPagesToADepthOf32) {
   EXPECT_TRUE(pageOf(tooDeep).references().empty());
 }
 
+// The bases of these documents are together longer than the page, and not all of them are kept.
+TEST(Page, ResolvesAgainstManyBasesBelowALongOne) {
+  const std::string directory = "http://h/" + std::string(3000, 'x') + "/";
+  std::string bytes = "<base href='" + directory + "'>";
+  std::string expected;
+  for (int i = 0; i < 30; ++i) {
+    const std::string inner = std::to_string(i) + "/";
+    bytes += "<iframe srcdoc='<base href=" + inner + "><img src=a>" +
+             "<iframe srcdoc=\"<img src=b><base href=c/><img src=d>\"></iframe>" +
+             "<iframe srcdoc=\"<base href=data:,><img src=e>\"></iframe>" +
+             "<iframe srcdoc=\"<base href=http://[><img src=f>\"></iframe>" +
+             "<iframe srcdoc=\"<base href=//i/><img src=g>\"></iframe>'></iframe>";
+    for (const char* const path : {"a", "b", "c/d", "e", "f"}) {
+      expected += directory + inner + path + "\n";
+    }
+    expected += "http://i/g\n";
+  }
+  const Page page = pageOf(bytes);
+  std::string found;
+  for (const Reference& reference : page.references()) {
+    if (reference.kind == Kind::load) found += page.url(reference).value_or("none") + "\n";
+  }
+  EXPECT_EQ(found, expected);
+}
+
 TEST(Page, StaysWhatItIsWhenItMoves) {
   Page page = pageOf("<a href=1>");
   Page other = std::move(page);
@@ -241,9 +266,9 @@ TEST(Page, TellsWhatAReferenceResolvesAgainst) {
                                               "http://h/c/",  "http://h/c/", "http://h/c/d/"};
   ASSERT_EQ(page.references().size(), want.size());
   for (std::size_t i = 0; i < want.size(); ++i) {
-    EXPECT_EQ(page.baseOf(page.references()[i]), want[i]) << i;
+    EXPECT_EQ(page.base(page.references()[i]), want[i]) << i;
   }
-  EXPECT_EQ(Page("<a href=x>").baseOf(Page("<a href=x>").references()[0]), "");
+  EXPECT_EQ(Page("<a href=x>").base(Page("<a href=x>").references()[0]), "");
 }
 
 }  // namespace

@@ -18,11 +18,11 @@ std::string_view withoutFragment(std::string_view url) {
   return url.substr(0, url.find('#'));
 }
 
-std::string_view baseOf(const Page& page, const Reference& reference, std::string_view) {
-  return page.baseOf(reference);
+std::string baseOf(const Page& page, const Reference& reference, std::string_view) {
+  return page.base(reference);
 }
-std::string_view baseOf(const StyleSheet&, const Reference&, std::string_view url) {
-  return url;
+std::string baseOf(const StyleSheet&, const Reference&, std::string_view url) {
+  return std::string(url);
 }
 
 bool isAbsoluteFor(std::string_view value, std::string_view target) {
@@ -72,7 +72,7 @@ class Rewriter {
   // What a reference will resolve against: the page moves with what is around it, and the URL of a
   // base element where it is rewritten.
   const std::string& newBaseOf(const Reference& reference) {
-    const std::string_view base = baseOf(document_, reference, url_);
+    const std::string base = baseOf(document_, reference, url_);
     if (base == oldBase_) return newBase_;
     const bool moves = base == url_ || (rules_.kinds & bitOf(Kind::base)) != 0;
     oldBase_ = base;
