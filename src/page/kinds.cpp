@@ -39,14 +39,20 @@ constexpr Named<Profiles> kProfileNames[] = {
     {kDataProfile, "data"},
 };
 
+// Empty for a number that no enumerator has.
+template <std::size_t kCount>
+std::string_view nameAt(const std::string_view (&names)[kCount], std::size_t number) {
+  return number < kCount ? names[number] : std::string_view();
+}
+
 }  // namespace
 
 std::string_view nameOf(Kind kind) {
-  return kKindNames[static_cast<std::size_t>(kind)];
+  return nameAt(kKindNames, static_cast<std::size_t>(kind));
 }
 
 std::string_view nameOf(Slot slot) {
-  return kSlotNames[static_cast<std::size_t>(slot)];
+  return nameAt(kSlotNames, static_cast<std::size_t>(slot));
 }
 
 std::string_view nameOf(Flag flag) {

@@ -14,6 +14,13 @@ TEST(Kinds, HaveTheNamesThatTheCommandLinePrints) {
   EXPECT_EQ(nameOf(kNested), "nested");
 }
 
+TEST(Kinds, HaveNoNameBeyondTheLast) {
+  EXPECT_EQ(nameOf(static_cast<Kind>(static_cast<int>(Kind::dead) + 1)), "");
+  EXPECT_EQ(nameOf(static_cast<Kind>(255)), "");
+  EXPECT_EQ(nameOf(static_cast<Slot>(static_cast<int>(Slot::json) + 1)), "");
+  EXPECT_EQ(nameOf(static_cast<Flag>(kLazy | kNested)), "");
+}
+
 TEST(Kinds, AreFoundByTheirNames) {
   for (int i = 0; i <= static_cast<int>(Kind::dead); ++i) {
     const auto kind = static_cast<Kind>(i);
