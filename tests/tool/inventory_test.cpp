@@ -181,6 +181,13 @@ TEST(Inventory, AWrongTableOfPlacesEndsItWithItsLine) {
   EXPECT_EQ(missing.err, "pagescan: /none: No such file or directory\n");
 }
 
+TEST(Inventory, AWrongTableOfPlacesCannotActOnTheTerminal) {
+  TemporaryFolder folder;
+  const std::string places = folder.file("places", "\x1B[31m\thtml\timg\tsrc\turl\tload\n");
+  EXPECT_EQ(pagescanTool({"inventory", "--places", places}, "").err,
+            "pagescan: " + places + ": line 1: unknown profile \"\\x1b[31m\"\n");
+}
+
 TEST(Inventory, StyleSheetsAreReadOnRequest) {
   const auto references = inventoryOf({"--css", "--url", "http://h.test/s/a.css"},
                                       "@import \"b.css\";\np{background:url(c.png)}");

@@ -3,6 +3,7 @@
 #include "commands/absolute_url.h"
 #include "input.h"
 #include "output/messages.h"
+#include "output/utf8_text.h"
 
 namespace pagescan::tool {
 
@@ -30,7 +31,7 @@ std::optional<Places> readPlaces(const std::string& file) {
   InputContent content = reader.read(file);
   std::optional<Places> places;
   if (content.failure.empty()) places = Places::parse(content.bytes, &content.failure);
-  if (!places) tellAbout(file, content.failure);
+  if (!places) tellAbout(file, printable(content.failure));
   return places;
 }
 

@@ -2,9 +2,10 @@
 #ifndef PAGESCAN_TOOL_URL_LIST_H
 #define PAGESCAN_TOOL_URL_LIST_H
 
+#include <functional>
+#include <set>
 #include <string>
 #include <string_view>
-#include <unordered_set>
 
 #include "output/output.h"
 
@@ -21,7 +22,7 @@ class UrlList {
  private:
   Output& output_;
   bool isForPeople_;
-  std::unordered_set<std::string> written_;
+  std::set<std::string, std::less<>> written_;  // ordered: no hash that a page could aim at
 };
 
 }  // namespace pagescan::tool
