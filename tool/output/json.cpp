@@ -78,6 +78,25 @@ struct Look {
   bool isAscii;
 };
 
+template <class Number>
+Number numberAt(const char* at) {
+  Number number;
+  std::memcpy(&number, at, sizeof number);
+  return number;
+}
+
+// A text of less than eight bytes as a word: some of its bytes twice, and else blanks.
+Word shortWord(std::string_view text) {
+  const char* const end = text.data() + text.size();
+  if (text.size() >= sizeof(std::uint32_t)) {
+    return numberAt<std::uint32_t>(text.data()) |
+           Word{numberAt<std::uint32_t>(end - sizeof(std::uint32_t))} << 32;
+  }
+  Word word = ' ' * kOnes;
+  for (const char byte : text) word = word << 8 | static_cast<unsigned char>(byte);
+  return word;
+}
+
 // Eight bytes at a time; the last eight may hold some that were looked at before.
 Look lookAt(std::string_view text) {
   Word escaped = 0;
@@ -86,17 +105,12 @@ Look lookAt(std::string_view text) {
     escaped |= escapedBytes(word);
     tops |= word;
   };
-  const auto wordAt = [&](std::size_t at) {
-    Word word;
-    std::memcpy(&word, text.data() + at, sizeof word);
-    return word;
-  };
-  const std::size_t size = text.size();
-  if (size < sizeof(Word)) {
-    for (const char byte : text) take(static_cast<unsigned char>(byte) * kOnes);
+  if (text.size() < sizeof(Word)) {
+    take(shortWord(text));
   } else {
-    for (std::size_t at = 0; at + sizeof(Word) < size; at += sizeof(Word)) take(wordAt(at));
-    take(wordAt(size - sizeof(Word)));
+    const char* const last = text.data() + text.size() - sizeof(Word);
+    for (const char* at = text.data(); at < last; at += sizeof(Word)) take(numberAt<Word>(at));
+    take(numberAt<Word>(last));
   }
   return {escaped == 0, (tops & kTops) == 0};
 }
