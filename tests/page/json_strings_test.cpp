@@ -61,6 +61,8 @@ constexpr Row kLinkedData[] = {
 };
 
 constexpr Row kImportMaps[] = {
+    {HERE, R"({})", ""},
+    {HERE, R"({"imports":{},"scopes":{"/s/":{}},"x":[]})", "script /s/"},
     {HERE, R"({"imports":{"a":"./1.js","b":"","c":null,"d":{"e":"no"},"f":["no"]}})",
      "script ./1.js"},
     {HERE, R"({"scopes":{"/s/":{"f":"2.js"},"":{"g":"3.js"}},"integrity":{"x":"sha"}})",

@@ -40,6 +40,8 @@ constexpr FaultCase kFaults[] = {
     {HERE, "standard\thtml\ta\tb\turl\tload\tmagic", "line 1: unknown rule \"magic\""},
     {HERE, "standard\thtml\ta\tb\turl\tload\tcss", "line 1: this rule does not go with this slot"},
     {HERE, "standard\thtml\ta\tb\thtml\t\tnested", "none"},
+    {HERE, "standard\thtml\tscript\t\tjson\tscript\tjson", "none"},
+    {HERE, "standard\thtml\ta\tb\turl\tload\tjson", "line 1: this rule does not go with this slot"},
     {HERE, "standard\thtml\tp\t\tcss_sheet\tload\tcss",
      "line 1: only the text of style and script can be a place"},
     {HERE, "standard\thtml\tmeta[x]\tcontent\turl\tload",

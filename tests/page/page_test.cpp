@@ -256,6 +256,14 @@ TEST(LineIndex, CountsLinesAsPagesEndThem) {
   EXPECT_EQ(LineIndex(sheet).at(2).line, 3U);
 }
 
+TEST(StyleSheet, StaysWhatItIsWhenItMoves) {
+  StyleSheet sheet("a{b:url(1)}");
+  StyleSheet other = std::move(sheet);
+  sheet = StyleSheet("a{b:url(22)}");
+  EXPECT_EQ(other.raw(other.references()[0]), "1");
+  EXPECT_EQ(sheet.raw(sheet.references()[0]), "22");
+}
+
 TEST(Page, TellsWhatAReferenceResolvesAgainst) {
   PageOptions options;
   options.url = "http://h/a/b";
