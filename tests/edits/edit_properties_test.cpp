@@ -122,5 +122,27 @@ TEST(EditProperties, AnOrdinaryUrlIsNeverRefused) {
   }
 }
 
+// Attributes and CSS have escapes for everything.
+TEST(EditProperties, AnyValueCanBeWrittenWhereThereAreEscapes) {
+  std::mt19937 random(20261121);
+  for (const Sample& sample : samples()) {
+    const Page page(sample.bytes, optionsOf(sample));
+    std::vector<Edit> edits;
+    for (std::size_t i = 0; i < page.references().size(); ++i) {
+      const Slot slot = page.references()[i].slot;
+      const bool hasEscapes = slot == Slot::url || slot == Slot::cssUrl || slot == Slot::cssString;
+      if (hasEscapes) edits.push_back({i, "x" + randomValue(random), {}});
+    }
+    for (const RefusedEdit& edit : applyEdits(page, edits).refused) {
+      const bool isKnown = edit.reason == EditRefusal::dividedByMarkup ||
+                           edit.reason == EditRefusal::overlaps ||
+                           edit.reason == EditRefusal::notInEncoding;
+      EXPECT_TRUE(isKnown) << sample.name << " " << edit.edit << " " << nameOf(edit.reason) << " "
+                           << edits[edit.edit].value << "\n"
+                           << sample.bytes;
+    }
+  }
+}
+
 }  // namespace
 }  // namespace pagescan::tests
