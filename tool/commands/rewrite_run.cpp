@@ -57,7 +57,7 @@ class RewriteRun {
     if (!options_.edits) return;
     const std::set<std::string> inputs(names_.begin(), names_.end());
     for (const auto& [file, edits] : *options_.edits) {
-      const bool isKnown = file.empty() ? names_.size() == 1 : inputs.count(file) != 0;
+      const bool isKnown = file.empty() ? names_.size() == 1 : inputs.contains(file);
       if (isKnown) continue;
       isWhole_ = false;
       const std::string line = "line " + std::to_string(edits[0].line) + " of the edits: ";
