@@ -78,6 +78,14 @@ CLI::Option* addFlag(CLI::App& command, const std::string& name, bool& isGiven,
   return command.add_flag(name, isGiven, description);
 }
 
+CLI::Option* addFlagWithText(CLI::App& command, const std::string& name,
+                             std::optional<std::string>& value, const std::string& label,
+                             const std::string& description) {
+  static constexpr char kNoValue[] = "true";  // what CLI11 gives a flag that stands alone
+  const auto keep = [&value](const std::string& given) { value = given == kNoValue ? "" : given; };
+  return command.add_flag(name, description)->each(keep)->option_text("[=" + label + "]");
+}
+
 CLI::Option* addFlagFor(CLI::Option* other, CLI::App& command, const std::string& name,
                         bool& isGiven, const std::string& description) {
   return addFlag(command, name, isGiven, description)->needs(other)->option_text(" ");

@@ -32,6 +32,12 @@ void finishCommand(CLI::App& command, const std::string& notes, std::function<vo
 CLI::Option* addFlag(CLI::App& command, const std::string& name, bool& isGiven,
                      const std::string& description);
 
+// Adds an option with a value that may be left out, and is told after a "=" alone: --in-place=.old.
+// `value` is set when the option is given: to the value, or to an empty one.
+CLI::Option* addFlagWithText(CLI::App& command, const std::string& name,
+                             std::optional<std::string>& value, const std::string& label,
+                             const std::string& description);
+
 // Keeps what was given for an option of any number of texts, byte for byte.
 std::function<bool(const Names&)> keepIn(Names& texts);
 

@@ -1,6 +1,6 @@
 // pagescan rewrite: other URLs in pages and style sheets, and the rest byte for byte.
-#include <CLI/CLI.hpp>
 #include <algorithm>
+#include <initializer_list>
 #include <memory>
 #include <optional>
 #include <string>
@@ -39,12 +39,11 @@ constexpr char kNotes[] =
     "    --in-place=.old --jobs 4 site\n"
     "  pagescan rewrite --edits edits.jsonl --dry-run page.html";
 
-constexpr char kNoSuffix[] = "true";  // what CLI11 makes of --in-place alone
-
 // What the options say, in their own words.
 struct Given {
   ReadingWords reading;
-  std::string folder, proxy, edits, file, inPlace;
+  std::string folder, proxy, edits, file;
+  std::optional<std::string> inPlace;  // its suffix
   Names moves, kinds;
   bool isAbsolute = false;
   bool isRelative = false;
@@ -78,11 +77,28 @@ UrlRules rulesOf(const Given& given) {
   return rules;
 }
 
-void checkForms(const Given& given) {
-  const bool hasRules =
-      given.isAbsolute || given.isRelative || !given.proxy.empty() || !given.moves.empty();
+// Whether at the most one of them holds.
+bool isOneOrNone(std::initializer_list<bool> all) {
+  return std::count(all.begin(), all.end(), true) <= 1;
+}
+
+void checkChoices(const Given& given) {
+  const bool hasProxy = !given.proxy.empty();
+  const bool hasRules = given.isAbsolute || given.isRelative || hasProxy || !given.moves.empty();
   if (!hasRules && given.edits.empty()) {
     throw WrongUsage{"one of --absolute, --relative, --map, --template and --edits is required"};
+  }
+  if (!isOneOrNone({given.isAbsolute, given.isRelative, hasProxy})) {
+    throw WrongUsage{"--absolute, --relative and --template exclude one another"};
+  }
+  if (!isOneOrNone({hasRules, !given.edits.empty()})) {
+    throw WrongUsage{"--edits excludes --absolute, --relative, --map and --template"};
+  }
+  if (!isOneOrNone({!given.reading.url.empty(), !given.folder.empty()})) {
+    throw WrongUsage{"--url and --base-url-from-path exclude one another"};
+  }
+  if (!isOneOrNone({given.isDryRun, given.inPlace.has_value(), !given.file.empty()})) {
+    throw WrongUsage{"--dry-run, --in-place and -o exclude one another"};
   }
   const bool hasUrl = !given.reading.url.empty() || !given.folder.empty();
   if ((given.isAbsolute || given.isRelative) && !hasUrl) {
@@ -107,9 +123,9 @@ void setFolder(const Given& given, RewriteOptions& options) {
 void setTarget(const Given& given, const Names& names, RewriteOptions& options) {
   if (given.isDryRun) {
     options.target = RewriteTarget::diff;
-  } else if (!given.inPlace.empty()) {
+  } else if (given.inPlace) {
     options.target = RewriteTarget::inPlace;
-    options.suffix = given.inPlace == kNoSuffix ? "" : given.inPlace;
+    options.suffix = *given.inPlace;
     if (std::find(names.begin(), names.end(), "-") != names.end()) {
       throw WrongUsage{"standard input cannot be replaced: --in-place needs files"};
     }
@@ -133,7 +149,7 @@ void setEdits(const Given& given, RewriteOptions& options) {
 
 ExitStatus run(const Given& given, Output& output) {
   try {
-    checkForms(given);
+    checkChoices(given);
     RewriteOptions options;
     options.rules = rulesOf(given);
     options.jobs = given.jobs;
@@ -155,58 +171,46 @@ ExitStatus run(const Given& given, Output& output) {
 }
 
 void addRules(CLI::App& command, Given& given) {
-  CLI::Option* absolute =
-      command.add_flag("--absolute", given.isAbsolute, "Write every URL in full");
-  CLI::Option* relative = command.add_flag("--relative", given.isRelative,
-                                           "Write URLs as short as the page's own allows");
-  CLI::Option* moves = command
-                           .add_option("--map", keepIn(given.moves),
-                                       "Where a URL begins with FROM, let it begin with TO;\n"
-                                       "may be given several times: the longest FROM counts")
-                           ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
-                           ->option_text("FROM=TO");
-  CLI::Option* proxy = addText(command, "--template", given.proxy, "TEXT",
-                               "Write TEXT with the URL, percent-encoded, in the place\n"
-                               "of {}: 'https://proxy.test/?u={}'");
-  CLI::Option* edits = addText(command, "--edits", given.edits, "FILE",
-                               "Make the edits that FILE lists, a JSON object a line");
+  addFlag(command, "--absolute", given.isAbsolute, "Write every URL in full");
+  addFlag(command, "--relative", given.isRelative, "Write URLs as short as the page's own allows");
+  addTexts(command, "--map", given.moves, "FROM=TO",
+           "Where a URL begins with FROM, let it begin with TO;\n"
+           "may be given several times: the longest FROM counts");
+  addText(command, "--template", given.proxy, "TEXT",
+          "Write TEXT with the URL, percent-encoded, in the place\n"
+          "of {}: 'https://proxy.test/?u={}'");
+  addText(command, "--edits", given.edits, "FILE",
+          "Make the edits that FILE lists, a JSON object a line");
   addKinds(command, given.kinds,
            "Rewrite this kind alone; may be given several times.\n"
            "Without it all but identifier and fragment, with\n"
            "--template load, navigation, form and script");
-  absolute->excludes(relative)->excludes(proxy)->option_text(" ");
-  relative->excludes(proxy)->option_text(" ");
-  for (CLI::Option* rule : {absolute, relative, moves, proxy}) edits->excludes(rule);
 }
 
 void addTargets(CLI::App& command, Given& given) {
-  CLI::Option* dryRun = command.add_flag("--dry-run", given.isDryRun,
-                                         "Write no file, show what would change: a unified diff");
-  CLI::Option* inPlace = command.add_flag("--in-place", given.inPlace,
-                                          "Replace the files, each as a whole; mode, owner and\n"
-                                          "times stay. --in-place=SUFFIX keeps the old ones, with\n"
-                                          "SUFFIX after their names");
-  CLI::Option* file = addText(command, "-o,--output", given.file, "FILE", "Write to FILE");
-  dryRun->excludes(inPlace)->excludes(file)->option_text(" ");
-  inPlace->excludes(file)->option_text("[=SUFFIX]");
+  addFlag(command, "--dry-run", given.isDryRun,
+          "Write no file, show what would change: a unified diff");
+  addFlagWithText(command, "--in-place", given.inPlace, "SUFFIX",
+                  "Replace the files, each as a whole; mode, owner and\n"
+                  "times stay. --in-place=SUFFIX keeps the old ones, with\n"
+                  "SUFFIX after their names");
+  addText(command, "-o,--output", given.file, "FILE", "Write to FILE");
 }
 
 }  // namespace
 
 void addRewrite(CLI::App& app, Job& job) {
-  CLI::App* command = app.add_subcommand("rewrite", kDescription)->group(kRecordCommands);
+  CLI::App& command = addCommand(app, "rewrite", kDescription, kRecordCommands);
   const auto given = std::make_shared<Given>();
-  addRules(*command, *given);
-  addReadingOptions(*command, given->reading);
-  CLI::Option* folder = addText(*command, "--base-url-from-path", given->folder, "FOLDER=URL",
-                                "The files in FOLDER come from URL and their path in it");
-  folder->excludes(command->get_option("--url"));
-  addTargets(*command, *given);
-  addJobs(*command, given->jobs);
-  addFiles(*command, given->files);
-  command->footer(kNotes);
-  command->callback(
-      [&job, given] { job = [given](Output& output) { return run(*given, output); }; });
+  addRules(command, *given);
+  addReadingOptions(command, given->reading);
+  addText(command, "--base-url-from-path", given->folder, "FOLDER=URL",
+          "The files in FOLDER come from URL and their path in it");
+  addTargets(command, *given);
+  addJobs(command, given->jobs);
+  addFiles(command, given->files);
+  finishCommand(command, kNotes,
+                [&job, given] { job = [given](Output& output) { return run(*given, output); }; });
 }
 
 }  // namespace pagescan::tool
