@@ -14,6 +14,7 @@ declare -rA packagesOf=(
   [growth]="libbenchmark-dev"
   [oracles]="nodejs npm"
   [browser]="chromium openssl wget python3-lxml"
+  [save]="wget2"
   [abi]="abigail-tools"
   [package]="dpkg-dev fakeroot file lintian"
   [docs]="doxygen python3"

@@ -34,7 +34,7 @@ struct CommandFacts {
   std::vector<OptionFacts> options;
 
   // Whether the arguments are names of files or folders.
-  bool takesFiles() const { return argument.find("FILE") != argument.npos; }
+  bool takesFiles() const { return argument.find("FILE") != std::string::npos; }
 };
 
 // All commands in the order of the help.

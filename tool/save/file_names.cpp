@@ -20,10 +20,10 @@ bool isDevice(std::string_view stem) {
 
 std::string_view lastSegment(std::string_view url) {
   const std::size_t scheme = url.find("://");
-  if (scheme != url.npos) url.remove_prefix(scheme + 3);
+  if (scheme != std::string_view::npos) url.remove_prefix(scheme + 3);
   url = url.substr(0, url.find_first_of("?#"));
   const std::size_t slash = url.find('/');
-  if (slash == url.npos) return {};
+  if (slash == std::string_view::npos) return {};
   return url.substr(url.rfind('/') + 1);
 }
 
@@ -61,7 +61,7 @@ std::string stemOf(std::string_view segment) {
 std::string FileNames::allot(std::string_view url, const MediaType& type) {
   const std::string_view segment = lastSegment(url);
   const std::size_t dot = segment.rfind('.');
-  const bool hasExtension = dot != segment.npos && dot > 0;
+  const bool hasExtension = dot != std::string_view::npos && dot > 0;
   const std::string stem = stemOf(hasExtension ? segment.substr(0, dot) : segment);
   const std::string extension =
       "." + extensionFor(type, hasExtension ? segment.substr(dot + 1) : std::string_view());

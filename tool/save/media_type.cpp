@@ -74,7 +74,7 @@ std::string lower(std::string_view text) {
 
 std::string_view trimmed(std::string_view text) {
   const std::size_t begin = text.find_first_not_of(" \t\r\n");
-  if (begin == text.npos) return {};
+  if (begin == std::string_view::npos) return {};
   return text.substr(begin, text.find_last_not_of(" \t\r\n") + 1 - begin);
 }
 
@@ -83,13 +83,14 @@ bool isAlphanumeric(char c) {
 }
 
 bool holdsOnly(std::string_view text, std::string_view others) {
-  return std::all_of(text.begin(), text.end(),
-                     [&](char c) { return isAlphanumeric(c) || others.find(c) != others.npos; });
+  return std::all_of(text.begin(), text.end(), [&](char c) {
+    return isAlphanumeric(c) || others.find(c) != std::string_view::npos;
+  });
 }
 
 bool isEssence(std::string_view text) {
   const std::size_t slash = text.find('/');
-  return slash != text.npos && slash > 0 && slash + 1 < text.size() &&
+  return slash != std::string_view::npos && slash > 0 && slash + 1 < text.size() &&
          holdsOnly(text.substr(0, slash), "+-.") && holdsOnly(text.substr(slash + 1), "+-.");
 }
 
@@ -100,7 +101,8 @@ std::string charsetIn(std::string_view parameters) {
     const std::string_view parameter = trimmed(parameters.substr(0, end));
     parameters.remove_prefix(std::min(end + 1, parameters.size()));
     const std::size_t equals = parameter.find('=');
-    if (equals == parameter.npos || lower(parameter.substr(0, equals)) != "charset") continue;
+    if (equals == std::string_view::npos || lower(parameter.substr(0, equals)) != "charset")
+      continue;
     std::string_view value = parameter.substr(equals + 1);
     if (value.size() >= 2 && value.front() == '"' && value.back() == '"') {
       value = value.substr(1, value.size() - 2);
@@ -135,7 +137,7 @@ std::string extensionFor(const MediaType& type, std::string_view extensionOfUrl)
   for (const Row& row : kExtensions) {
     if (row.essence == type.essence) return std::string(row.extension);
   }
-  const std::string given = lower(extensionOfUrl);
+  std::string given = lower(extensionOfUrl);
   if (given.empty() || given.size() > kLongestExtension || !holdsOnly(given, "")) return "bin";
   if (std::find(std::begin(kActive), std::end(kActive), given) != std::end(kActive)) return "bin";
   return given;

@@ -37,8 +37,10 @@ std::optional<std::string> SingleFile::make(const Resource& page) {
   return text;
 }
 
-bool SingleFile::isAround(const Resource& resource) const {
-  return std::find(around_.begin(), around_.end(), &resource) != around_.end();
+// Browsers load a frame once more in itself, and a sheet never.
+bool SingleFile::holdsItself(const Resource& resource) const {
+  const auto count = std::count(around_.begin(), around_.end(), &resource);
+  return count > (resource.isPage() ? 1 : 0);
 }
 
 std::string SingleFile::textOf(const Resource& resource) {
@@ -69,7 +71,7 @@ std::optional<std::string> SingleFile::embedded(const std::string& url, Kind kin
   const Resource* resource = resources_.find(url);
   const bool isThere = resource != nullptr && resource->isComplete && kind == Kind::load;
   if (!isThere || !failure_.empty()) return std::nullopt;
-  if (isAround(*resource)) return dataUrl(*resource, "");
+  if (holdsItself(*resource)) return dataUrl(*resource, "");
   if (around_.size() >= kDeepest) {
     tell_(*around_.back(), "nested too deep: stays absolute: " + url);
     return std::nullopt;

@@ -21,8 +21,7 @@ class SingleFile {
   // most  bytes that are made at most, those of inner pages and sheets counted again at each level
   SingleFile(Resources& resources, std::uint64_t most, Tell tell);
 
-  // The page as one text. Frames and sheets that hold themselves are empty there, as in a browser,
-  // which does not load them again.
+  // The page as one text. Frames and sheets that hold themselves end somewhere, as in a browser.
   // Returns  std::nullopt, and failure() tells why, when it would be too large or a body cannot be
   //          read
   std::optional<std::string> make(const Resource& page);
@@ -33,7 +32,7 @@ class SingleFile {
   std::string textOf(const Resource& resource);
   std::optional<std::string> embedded(const std::string& url, Kind kind);
   std::string dataUrl(const Resource& resource, const std::string& bytes) const;
-  bool isAround(const Resource& resource) const;
+  bool holdsItself(const Resource& resource) const;
 
   Resources& resources_;
   std::uint64_t most_;
