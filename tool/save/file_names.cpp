@@ -68,7 +68,8 @@ std::string FileNames::allot(std::string_view url, const MediaType& type) {
   std::string name = stem + extension;
   for (std::size_t& number = next_[name]; !taken_.insert(name).second;) {
     number = std::max<std::size_t>(number + 1, 2);
-    name = stem + "-" + std::to_string(number) + extension;
+    name = stem;
+    name.append("-").append(std::to_string(number)).append(extension);
   }
   return name;
 }
