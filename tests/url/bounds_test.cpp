@@ -2,9 +2,11 @@
 #include <gtest/gtest.h>
 
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "pagescan/url.h"
+#include "support/generated_texts.h"
 #include "support/placement.h"
 
 namespace pagescan::tests {
@@ -101,6 +103,27 @@ TEST(Url, ReadsNothingBesideItsQueryAndLabel) {
   forEachPlacement(kQueries, [](const Row& row, Placement& placement) {
     EXPECT_EQ(resolve(placement.bytes(row.link), "http://h/", placement.bytes(row.base)),
               row.expected);
+  });
+}
+
+// Each beginning of a link with all that one can have, by each version of the kernels.
+TEST(Url, ReadsNothingBesideABeginningOfALink) {
+  constexpr std::string_view kLink =
+      "https://us%C3:p\xC3\xA4@b\xC3\xBC.xn--bcher-kva.example:8080/./a/%2e%2E/\xE4\xB8\xAD/c'^?"
+      "\xE2\x82\xAC=\xFF&'#\xF0\x9F\x98\x80`";
+  constexpr std::string_view kPlainLink =
+      "https://www.example.com/a/directory/of/more/bytes/than/are/looked/at/together/page.html?q";
+  forEachKernelLevel([&] {
+    for (const std::string_view link : {kLink, kPlainLink}) {
+      for (std::size_t size = 0; size <= link.size(); ++size) {
+        const std::string beginning(link.substr(0, size));
+        const auto expected = resolve(beginning, "http://h/", "gbk");
+        for (const Placement::Kind kind : Placement::kKinds) {
+          Placement place(kind);
+          EXPECT_EQ(resolve(place.bytes(beginning), "http://h/", "gbk"), expected);
+        }
+      }
+    }
   });
 }
 
