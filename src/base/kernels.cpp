@@ -16,6 +16,7 @@ Kernels withSearches(const SearchKernels& searches) {
   kernels.findRegion = searches.findRegion;
   kernels.findTag = searches.findTag;
   kernels.findMark = searches.findMark;
+  kernels.markTags = searches.markTags;
   kernels.findStyleMark = searches.findStyleMark;
   kernels.urlBytes = searches.urlBytes;
   return kernels;

@@ -109,6 +109,19 @@ struct LineEnds {
   const char* last;
 };
 
+// Where the bytes stand that matter in tags: a bit for each byte of some blocks of 64, the first in
+// the lowest bit of the first word. The word after the last one is there so that 64 bits can be
+// read from any place in a block.
+struct TagMarks {
+  static constexpr std::size_t kBlock = 64;
+  static constexpr std::size_t kMostBlocks = 16;
+  using Words = std::array<std::uint64_t, kMostBlocks + 1>;
+
+  Words openings;  // "<"
+  Words nameEnds;  // white space of tags (TAB, LF, FF, CR, blank), "/", ">", "="
+  Words quotes;    // double ones
+};
+
 struct Kernels {
   // The first place of the needle, or `end`.
   const char* (*findText)(const char* begin, const char* end, const Needle& needle);
@@ -132,6 +145,12 @@ struct Kernels {
   // The first place before `limit` at which a delimiter of a script or of a comment may begin, or
   // `limit`. `end` bounds what may be read.
   const char* (*findMark)(const char* begin, const char* limit, const char* end);
+
+  // Marks `count` blocks, at most as many as there are words for; other words stay as they are.
+  void (*markTags)(const char* blocks, std::size_t count, TagMarks& marks);
+
+  // Whether marking a tag costs less than what reading it by marks saves.
+  bool tagMarksPay;
 
   // Passes HTML white space, a whole vector at a time: returns the first other byte, or a place
   // with less than a vector left and only white space before it.

@@ -115,6 +115,23 @@ struct ByteSet {
   }
 };
 
+// 64 bytes by the low six bits of each place. (The plain permutation makes g++ 12 warn.)
+__m512i lookUp(__m512i table, __m512i places) {
+  return _mm512_maskz_permutexvar_epi8(~__mmask64{0}, places, table);
+}
+
+constexpr ByteSet kNameEnds("\t\n\f\r />=");
+
+void markTags512(const char* blocks, std::size_t count, TagMarks& marks) {
+  const __m512i nameEnds = _mm512_loadu_si512(kNameEnds.bytes.data());
+  for (std::size_t i = 0; i < count; ++i, blocks += TagMarks::kBlock) {
+    const __m512i bytes = Avx512::load(blocks);
+    marks.openings[i] = Avx512::equal(bytes, Avx512::fill('<'));
+    marks.nameEnds[i] = Avx512::equal(bytes, lookUp(nameEnds, bytes));
+    marks.quotes[i] = Avx512::equal(bytes, Avx512::fill('"'));
+  }
+}
+
 constexpr ByteSet kPlainStyleStarts("\"'@\\/");
 
 // The two letters before a "(", as a number below 64. The case of neither matters in its last five
@@ -147,11 +164,6 @@ class StyleStarts512 {
   }
 
  private:
-  // By the low six bits of each place. (The plain permutation makes g++ 12 warn.)
-  static __m512i lookUp(__m512i table, __m512i places) {
-    return _mm512_maskz_permutexvar_epi8(~__mmask64{0}, places, table);
-  }
-
   __m512i plain_ = _mm512_loadu_si512(kPlainStyleStarts.bytes.data());
   __m512i functions_ = _mm512_loadu_si512(kFunctionStarts.data());
 };
@@ -192,6 +204,7 @@ constinit const SearchKernels kAvx512Searches = {
     .findRegion = findRegion<Avx512>,
     .findTag = findTag512,
     .findMark = findMark512,
+    .markTags = markTags512,
     .findStyleMark = findStyleMark<Avx512, StyleStarts512>,
     .urlBytes = urlBytes512,
 };

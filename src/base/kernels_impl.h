@@ -21,6 +21,7 @@
 #include "base/kernels_lines_impl.h"
 #include "base/kernels_style_impl.h"
 #include "base/kernels_style_walk_impl.h"
+#include "base/kernels_tags_impl.h"
 #include "base/kernels_text_impl.h"
 #include "base/kernels_url_impl.h"
 
@@ -301,6 +302,8 @@ constexpr Kernels kernelsOver() {
       .findRegion = findRegion<Vector>,
       .findTag = findTag<Vector>,
       .findMark = findMark<Vector>,
+      .markTags = markTags<Vector>,
+      .tagMarksPay = Vector::kWidth > sizeof(std::uint64_t),
       .skipWhiteSpace = skipWhiteSpace<Vector>,
       .xorWords = xorWords<Vector>,
       .countUtf8Pairs = countUtf8Pairs<Vector>,

@@ -17,6 +17,7 @@ struct SearchKernels {
   decltype(Kernels::findRegion) findRegion;
   decltype(Kernels::findTag) findTag;
   decltype(Kernels::findMark) findMark;
+  decltype(Kernels::markTags) markTags;
   decltype(Kernels::findStyleMark) findStyleMark;
   decltype(Kernels::urlBytes) urlBytes;
 };

@@ -57,7 +57,8 @@ SurroundingsFinder::Attribute SurroundingsFinder::attributeOf(const Layer& layer
     found = {static_cast<std::uint32_t>(value - text.data()),
              static_cast<std::uint32_t>(stop - text.data()), quoteBefore(value, at + key.length)};
   };
-  scanAttributes(scanTagName(text.data() + begin + 1, end).end, end, see);
+  PlainBytes bytes(end);
+  scanAttributes(scanTagName(text.data() + begin + 1, end).end, bytes, see);
   return found;
 }
 

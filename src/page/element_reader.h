@@ -127,9 +127,9 @@ class ElementReader {
     if (end - name <= 8) return nullptr;
     const NameNumber current = builder_.openElements().current().name;
     if (current >= kElementCount) return nullptr;
-    const NameKey& key = kElementHash.keyOf(static_cast<NameId>(current));
-    if (!startsWithName(name, key) || name[key.length] != '>') return nullptr;
-    return builder_.endPlain(current) ? name + key.length + 1 : nullptr;
+    const KnownName& known = kElementHash.known(static_cast<NameId>(current));
+    if (!startsWithName(name, known) || name[known.key.length] != '>') return nullptr;
+    return builder_.endPlain(current) ? name + known.key.length + 1 : nullptr;
   }
   void endTag(const TagBytes& tag) {
     const NameNumber name = numberOf(tag, false);

@@ -22,28 +22,13 @@ inline constexpr ByteClass kTagWhiteSpace = ByteClass::of("\t\n\f\r ");
 inline constexpr ByteClass kTagNameEnd = kTagWhiteSpace | ByteClass::of("/>");
 inline constexpr ByteClass kAttributeNameEnd = kTagNameEnd | ByteClass::of("=");
 
-// ASCII capitals of eight bytes to lower case, all other bytes as they are.
-constexpr std::uint64_t lowerCased(std::uint64_t word) {
-  constexpr std::uint64_t kOnes = 0x0101010101010101;
-  const std::uint64_t low = word & (0x7f * kOnes);
-  const std::uint64_t fromA = low + (0x80 - 'A') * kOnes;
-  const std::uint64_t pastZ = low + (0x7f - 'Z') * kOnes;
-  return word | ((fromA ^ pastZ) & ~word & (0x80 * kOnes)) >> 2;
-}
-
-// What tells a name from others: its length and its first and last eight bytes in lower case.
+// What tells a name from others: its length and its first and last eight bytes, as written.
 struct NameKey {
   std::uint64_t head = 0;  // a shorter name at its upper end
   std::uint64_t tail = 0;  // 0 for names of up to eight bytes
   std::uint64_t length = 0;
 
   constexpr bool operator==(const NameKey&) const = default;
-
-  constexpr std::uint64_t hash() const {
-    const std::uint64_t mixed =
-        (head ^ (tail >> 29) ^ (tail << 17) ^ length) * std::uint64_t{0x9E3779B97F4A7C15};
-    return mixed >> 48;
-  }
 };
 
 inline std::uint64_t wordAt(const char* at) {
@@ -83,10 +68,8 @@ ScannedName scanLongName(const char* name, const char* end, const ByteClass& sto
     if (ends == 0) continue;
     at += std::countr_zero(ends) / 8;
     if (!stop.contains(*at)) break;
-    if (at == name + kWord) return {at, {lowerCased(wordAt(name)), 0, kWord}};
-    return {at,
-            {lowerCased(wordAt(name)), lowerCased(wordAt(at - kWord)),
-             static_cast<std::uint64_t>(at - name)}};
+    if (at == name + kWord) return {at, {wordAt(name), 0, kWord}};
+    return {at, {wordAt(name), wordAt(at - kWord), static_cast<std::uint64_t>(at - name)}};
   }
   return scanNameSlowly(name, end, stop);
 }
@@ -103,7 +86,7 @@ template <char... kOthers>
   const int length = std::countr_zero(ends) / 8;
   if (!stop.contains(name[length])) return scanNameSlowly(name, end, stop);
   const auto rest = static_cast<unsigned>(64 - 8 * length);
-  return {name + length, {lowerCased(word << rest), 0, static_cast<std::uint64_t>(length)}};
+  return {name + length, {word << rest, 0, static_cast<std::uint64_t>(length)}};
 }
 
 inline ScannedName scanTagName(const char* name, const char* end) {
@@ -118,7 +101,7 @@ constexpr std::uint64_t nameWord(std::string_view bytes) {
   for (std::size_t i = 0; i < bytes.size(); ++i) {
     value |= std::uint64_t{static_cast<unsigned char>(bytes[i])} << (8 * (8 - bytes.size() + i));
   }
-  return lowerCased(value);
+  return value;
 }
 
 constexpr NameKey keyOfName(std::string_view name) {
@@ -126,39 +109,83 @@ constexpr NameKey keyOfName(std::string_view name) {
   return {nameWord(name.substr(0, 8)), nameWord(name.substr(name.size() - 8)), name.size()};
 }
 
-// kCount names, of which the first stands for no name, in kSlots places: a power of two, at least
-// twice as many.
+// A known name: the bytes of its key, and the bits that may be set in them for a name as written.
+struct KnownName {
+  NameKey key;
+  std::uint64_t headCase = 0;
+  std::uint64_t tailCase = 0;
+
+  // No branch: which of a page's names are known is beyond prediction.
+  bool matches(const NameKey& other) const {
+    return (((other.head | headCase) ^ key.head) | ((other.tail | tailCase) ^ key.tail) |
+            (other.length ^ key.length)) == 0;
+  }
+};
+
+// 0x20 for each letter in a word: what tells lower case from upper.
+constexpr std::uint64_t caseBits(std::uint64_t word) {
+  std::uint64_t bits = 0;
+  for (unsigned at = 0; at < 64; at += 8) {
+    if (kLower.contains(static_cast<char>(word >> at))) bits |= std::uint64_t{0x20} << at;
+  }
+  return bits;
+}
+
+// Finds names in a table where each has a slot of its own, so that one look decides.
+// kCount names, of which the first stands for no name, in kSlots slots: a power of two. The more,
+// the sooner the compiler finds a multiplier that tells all names apart.
 template <std::size_t kCount, std::size_t kSlots>
 class NameHash {
  public:
   constexpr explicit NameHash(const std::array<std::string_view, kCount>& names) {
-    static_assert(std::has_single_bit(kSlots) && kSlots >= 2 * kCount);
+    static_assert(kCount <= 256 && std::has_single_bit(kSlots));
     for (std::size_t i = 1; i < kCount; ++i) {
-      keys_[i] = keyOfName(names[i]);
-      std::size_t slot = keys_[i].hash() % kSlots;
-      while (slots_[slot] != 0) slot = (slot + 1) % kSlots;
-      slots_[slot] = static_cast<NameId>(i);
+      const NameKey key = keyOfName(names[i]);
+      names_[i] = {key, caseBits(key.head), caseBits(key.tail)};
     }
+    while (!placeAll()) multiplier_ += 0x9E3779B97F4A7C16;
   }
 
-  // The key of a name; for number 0 one of length 0.
-  const NameKey& keyOf(NameId number) const { return keys_.data()[number]; }
+  // The name of a number; for 0 one of length 0.
+  const KnownName& known(NameId number) const { return names_.data()[number]; }
 
   // The number of the name with this key, or 0. What lies between head and tail is not compared.
   NameId find(const NameKey& key) const {
-    for (std::size_t slot = key.hash() % kSlots;; slot = (slot + 1) % kSlots) {
-      const NameId found = slots_[slot];
-      if (found == 0 || keys_[found] == key) return found;
-    }
+    const NameId found = slots_.data()[slotOf(key)];
+    return static_cast<NameId>(found & -static_cast<int>(known(found).matches(key)));
   }
 
  private:
-  std::array<NameId, kSlots> slots_{};
-  std::array<NameKey, kCount> keys_{};
+  // The same for either case, and for a few other bytes.
+  constexpr std::size_t slotOf(const NameKey& key) const {
+    constexpr std::uint64_t kCase = 0x2020202020202020;
+    const std::uint64_t head = key.head | kCase;
+    const std::uint64_t tail = key.tail | kCase;
+    const std::uint64_t mixed = head ^ (head >> 29) ^ (tail >> 31) ^ (tail << 17) ^ key.length;
+    return (mixed * multiplier_) >> (64 - std::bit_width(kSlots - 1));
+  }
+
+  // Gives each name its slot; false when two have the same one.
+  constexpr bool placeAll() {
+    for (std::size_t i = 1; i < kCount; ++i) {
+      std::uint8_t& slot = slots_[slotOf(names_[i].key)];
+      if (slot != 0) return removeUpTo(i);
+      slot = static_cast<std::uint8_t>(i);
+    }
+    return true;
+  }
+  constexpr bool removeUpTo(std::size_t end) {
+    for (std::size_t i = 1; i < end; ++i) slots_[slotOf(names_[i].key)] = 0;
+    return false;
+  }
+
+  std::uint64_t multiplier_ = 0x9E3779B97F4A7C15;
+  std::array<std::uint8_t, kSlots> slots_{};
+  std::array<KnownName, kCount> names_{};
 };
 
-extern const NameHash<kElementCount, 1024> kElementHash;
-extern const NameHash<kAttributeCount, 256> kAttributeHash;
+extern const NameHash<kElementCount, 16384> kElementHash;
+extern const NameHash<kAttributeCount, 2048> kAttributeHash;
 
 // Whether a name of more than 16 bytes is the known one that its key found.
 bool isElementName(NameId element, std::string_view name);
@@ -179,9 +206,10 @@ inline NameId findAttribute(const char* name, const NameKey& key) {
 
 // Whether a name of up to seven bytes stands at a place with eight readable bytes, ASCII case
 // ignored; what comes after it is not looked at. False for longer names.
-inline bool startsWithName(const char* at, const NameKey& name) {
-  if (name.length - 1 >= 7) return false;
-  return lowerCased(wordAt(at) << (64 - 8 * name.length)) == name.head;
+inline bool startsWithName(const char* at, const KnownName& name) {
+  const std::uint64_t length = name.key.length;
+  if (length - 1 >= 7) return false;
+  return (wordAt(at) << (64 - 8 * length) | name.headCase) == name.key.head;
 }
 
 }  // namespace pagescan::internal

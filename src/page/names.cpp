@@ -80,8 +80,8 @@ std::string_view svgElementName(NameId element) {
   return lowerCase;
 }
 
-constinit const NameHash<kElementCount, 1024> kElementHash(kElements);
-constinit const NameHash<kAttributeCount, 256> kAttributeHash(kAttributes);
+constinit const NameHash<kElementCount, 16384> kElementHash(kElements);
+constinit const NameHash<kAttributeCount, 2048> kAttributeHash(kAttributes);
 
 bool isElementName(NameId element, std::string_view name) {
   return equalIgnoringCase(kElements[element], name);

@@ -108,8 +108,9 @@ std::string tagKind(std::string_view tag) {
   const char* const nameEnd = skipTo(tag.data() + 1, end, kTagNameEnd);
   std::string kind = tokenizedName({tag.data() + 1, nameEnd});
   std::vector<std::pair<std::string, std::string>> attributes;
+  PlainBytes bytes(end);
   scanAttributes(
-      nameEnd, end,
+      nameEnd, bytes,
       [&](const char* name, const NameKey& key, const char* value, const char* valueStop) {
         attributes.emplace_back(tokenizedName({name, key.length}),
                                 decodedAttribute({value, valueStop}));

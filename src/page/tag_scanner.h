@@ -31,10 +31,28 @@ inline const char* skipTo(const char* at, const char* end, const ByteClass& stop
   while (at != end && !stop.contains(*at)) ++at;
   return at;
 }
+inline const char* skipTo(const char* at, const char* end, char stop) {
+  const void* found = std::memchr(at, stop, static_cast<std::size_t>(end - at));
+  return found == nullptr ? end : static_cast<const char*>(found);
+}
 inline const char* skipTagWhiteSpace(const char* at, const char* end) {
   while (at != end && kTagWhiteSpace.contains(*at)) ++at;
   return at;
 }
+
+// A text that is read as it is, a byte or a word at a time. MarkedBytes answers the same questions
+// sooner; what follows reads either.
+class PlainBytes {
+ public:
+  explicit PlainBytes(const char* end) : end_(end) {}
+
+  const char* end() const { return end_; }
+  ScannedName attributeName(const char* name) const { return scanAttributeName(name, end_); }
+  const char* quote(const char* from, char quote) const { return skipTo(from, end_, quote); }
+
+ private:
+  const char* end_;
+};
 
 // The value that starts after a "=": its span, and where the tag goes on. Null `next` when the page
 // ends first.
@@ -44,13 +62,15 @@ struct AttributeValue {
   const char* next;
 };
 
-inline AttributeValue readValue(const char* afterEquals, const char* end) {
-  const char* at = skipTagWhiteSpace(afterEquals, end);
+template <class Bytes>
+AttributeValue readValue(const char* afterEquals, Bytes& bytes) {
+  const char* const end = bytes.end();
+  const char* at = afterEquals;
+  if (at == end || *at != '"') at = skipTagWhiteSpace(at, end);
   if (at == end) return {at, at, nullptr};
   if (*at == '"' || *at == '\'') {
-    const auto room = static_cast<std::size_t>(end - at - 1);
-    const auto* quote = static_cast<const char*>(std::memchr(at + 1, *at, room));
-    return {at + 1, quote, quote == nullptr ? nullptr : quote + 1};
+    const char* quote = bytes.quote(at + 1, *at);
+    return {at + 1, quote, quote == end ? nullptr : quote + 1};
   }
   if (*at == '>') return {afterEquals, afterEquals, at};
   const char* valueEnd = skipTo(at, end, kBareValueEnd);
@@ -59,8 +79,9 @@ inline AttributeValue readValue(const char* afterEquals, const char* end) {
 
 // Reads on after a tag's name, to its end. Calls add(name, key, value, valueEnd) for each
 // attribute, in their order, duplicates included.
-template <class Add>
-TagEnd scanAttributes(const char* at, const char* end, Add&& add) {
+template <class Bytes, class Add>
+TagEnd scanAttributes(const char* at, Bytes& bytes, Add&& add) {
+  const char* const end = bytes.end();
   while (at != end) {
     if (kTagWhiteSpace.contains(*at)) {
       ++at;
@@ -71,14 +92,15 @@ TagEnd scanAttributes(const char* at, const char* end, Add&& add) {
       ++at;
     } else {
       const char* name = at;
-      const ScannedName scanned = scanAttributeName(name, end);  // a "=" may come first
-      at = skipTagWhiteSpace(scanned.end, end);
+      const ScannedName scanned = bytes.attributeName(name);  // a "=" may come first
+      at = scanned.end;
+      if (at == end || *at != '=') at = skipTagWhiteSpace(at, end);
       if (at == end) return {};
       if (*at != '=') {
         add(name, scanned.key, scanned.end, scanned.end);
         continue;
       }
-      const AttributeValue value = readValue(at + 1, end);
+      const AttributeValue value = readValue(at + 1, bytes);
       if (value.next == nullptr) return {};
       add(name, scanned.key, value.begin, value.end);
       at = value.next;
@@ -90,7 +112,8 @@ TagEnd scanAttributes(const char* at, const char* end, Add&& add) {
 // After the end of the tag, without a look at its attributes.
 inline TagEnd skipAttributes(const char* at, const char* end) {
   if (at != end && *at == '>') return {at + 1, false};
-  return scanAttributes(at, end, [](const char*, const NameKey&, const char*, const char*) {});
+  PlainBytes bytes(end);
+  return scanAttributes(at, bytes, [](const char*, const NameKey&, const char*, const char*) {});
 }
 
 // The known attributes of one tag after another; of duplicates, the first. Room for all of them is
@@ -103,15 +126,18 @@ class KnownAttributes {
 
   void clear() {
     count_ = 0;
-    ++tag_;
+    lastTag_[kUnknownName] = ++tag_;  // so that an unknown one never counts
   }
 
   void add(const char* name, const NameKey& key, const char* value, const char* valueEnd) {
     const NameId known = find(name, key);
-    if (known == kUnknownName || lastTag_[known] == tag_) return;
-    lastTag_[known] = tag_;
-    list_[count_++] = {known, offset(name), offset(name + key.length), offset(value),
-                       offset(valueEnd)};
+    const std::uint32_t begin = offset(name);
+    list_.data()[count_] = {known, begin, begin + static_cast<std::uint32_t>(key.length),
+                            offset(value), offset(valueEnd)};
+    // No branch: which names are known is beyond prediction.
+    std::uint64_t& last = lastTag_.data()[known];
+    count_ += static_cast<std::uint32_t>(last != tag_);
+    last = tag_;
   }
 
   const TagAttribute* data() const { return list_.data(); }

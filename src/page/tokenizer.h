@@ -24,6 +24,7 @@
 #include <string_view>
 
 #include "page/doctype.h"
+#include "page/marked_bytes.h"
 #include "page/raw_text.h"
 #include "page/tag_scanner.h"
 
@@ -45,7 +46,11 @@ class Tokenizer {
  public:
   // text  the bytes to read; attributes  of each tag in turn; both must outlive this
   Tokenizer(std::string_view text, Sink& sink, Attributes& attributes)
-      : at_(text.data()), end_(text.data() + text.size()), sink_(sink), attributes_(attributes) {}
+      : at_(text.data()),
+        end_(text.data() + text.size()),
+        bytes_(text),
+        sink_(sink),
+        attributes_(attributes) {}
 
   // Reads all. `state` is how it begins; `endName` then ends rcdata, rawtext and script.
   void run(ContentState state = ContentState::data, std::string_view endName = {}) {
@@ -58,7 +63,7 @@ class Tokenizer {
   void readData() {
     const char* textBegin = at_;
     for (const char* from = at_;;) {
-      const char* open = findOpening(from);
+      const char* open = bytes_.opening(from);
       if (end_ - open < 2) return endText(textBegin);
       const char next = open[1];
       if (kLetters.contains(next)) {
@@ -78,12 +83,6 @@ class Tokenizer {
     }
   }
 
-  const char* findOpening(const char* from) const {
-    const auto* found =
-        static_cast<const char*>(std::memchr(from, '<', static_cast<std::size_t>(end_ - from)));
-    return found == nullptr ? end_ : found;
-  }
-
   void emitText(const char* begin, const char* end) {
     if (begin != end && !sink_.ignoresText()) sink_.text(begin, end);
   }
@@ -95,10 +94,10 @@ class Tokenizer {
   }
 
   void readStartTag(const char* open) {
-    const ScannedName name = scanTagName(open + 1, end_);
+    const ScannedName name = bytes_.tagName(open + 1);
     attributes_.clear();
     const TagEnd tagEnd = scanAttributes(
-        name.end, end_,
+        name.end, bytes_,
         [this](const char* own, const NameKey& key, const char* value, const char* valueEnd) {
           attributes_.add(own, key, value, valueEnd);
         });
@@ -124,7 +123,7 @@ class Tokenizer {
       return;
     }
     if (!kLetters.contains(open[2])) return readBogusComment(open + 2);
-    const ScannedName name = scanTagName(open + 2, end_);
+    const ScannedName name = bytes_.tagName(open + 2);
     const TagEnd tagEnd = skipAttributes(name.end, end_);
     if (tagEnd.end == nullptr) {
       at_ = end_;
@@ -180,6 +179,7 @@ class Tokenizer {
 
   const char* at_;
   const char* end_;
+  MarkedBytes bytes_;
   Sink& sink_;
   Attributes& attributes_;
 };

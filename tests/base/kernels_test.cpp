@@ -1,5 +1,5 @@
-// The kernels that look for tags, for the marks of scripts and comments, and for regions, each
-// version beside plain loops, in texts next to unreadable pages.
+// The kernels that look for tags, mark what matters in them, look for the marks of scripts and
+// comments, and for regions, each version beside plain loops, in texts next to unreadable pages.
 #include "base/kernels.h"
 
 #include <gtest/gtest.h>
@@ -133,6 +133,38 @@ TEST(FindRegion, FindsBothDelimiters) {
     if (!isThere) return;
     ASSERT_EQ(region.open, rest.data() + open) << rest;
     ASSERT_EQ(region.close, rest.data() + close) << rest;
+  });
+}
+
+bool isOneOf(char c, std::string_view bytes) {
+  return bytes.find(c) != std::string_view::npos;
+}
+
+TEST(MarkTags, MarksEachByteThatMatters) {
+  const Pieces pieces = {"<a", " ",    "\t",   "\n",   "\f",   "\r",   "/",    ">",   "=\"", "'",
+                         "\"", "href", "\v",   "\b",   "\x0E", "\x1F", "!",    ".",   "?",   "#",
+                         "<",  "\xA0", "\x89", "\xAF", "\xBC", "\xBD", "\xBE", "\xA2"};
+  forEachPlacedText(pieces, [](std::string_view text, RandomTexts& random) {
+    const std::size_t blocks = std::min(text.size() / TagMarks::kBlock, TagMarks::kMostBlocks);
+    const std::size_t spare = text.size() - blocks * TagMarks::kBlock;
+    // Flush against either end: a guard page is there.
+    const std::size_t begin = random.number(2) == 0 ? 0 : spare;
+    TagMarks marks;
+    constexpr std::uint64_t kUntouched = 0x123456789ABCDEF0;
+    for (TagMarks::Words* words : {&marks.openings, &marks.nameEnds, &marks.quotes}) {
+      words->fill(kUntouched);
+    }
+    kernels().markTags(text.data() + begin, blocks, marks);
+    const auto expectSame = [&](const TagMarks::Words& words, std::string_view bytes) {
+      for (std::size_t i = 0; i < blocks * TagMarks::kBlock; ++i) {
+        const bool isMarked = (words[i / TagMarks::kBlock] >> i % TagMarks::kBlock & 1) != 0;
+        ASSERT_EQ(isMarked, isOneOf(text[begin + i], bytes)) << text << " at " << begin + i;
+      }
+      ASSERT_EQ(words[blocks], kUntouched);
+    };
+    expectSame(marks.openings, "<");
+    expectSame(marks.nameEnds, "\t\n\f\r />=");
+    expectSame(marks.quotes, "\"");
   });
 }
 
