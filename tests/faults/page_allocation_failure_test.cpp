@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "pagescan/edits.h"
 #include "pagescan/page.h"
 #include "pagescan/style_sheet.h"
 #include "pagescan/url.h"
@@ -164,6 +165,15 @@ TEST_P(PageAllocationFailure, OfReadingAsASheet) {
     const StyleSheet sheet(bytes_, options);
     return answersOf(sheet) + std::to_string(LineIndex(sheet).at(0).line);
   });
+}
+
+TEST_P(PageAllocationFailure, OfEditing) {
+  const Page page(bytes_, options_);
+  std::vector<Edit> edits;
+  for (std::size_t i = 0; i < page.references().size(); ++i) {
+    edits.push_back({i, "https://e.test/\xE2\x82\xAC?a&b", page.value(page.references()[i])});
+  }
+  failEachAllocation([&] { return applyEdits(page, edits).bytes; });
 }
 
 INSTANTIATE_TEST_SUITE_P(Encodings, PageAllocationFailure, testing::ValuesIn(kPages));
