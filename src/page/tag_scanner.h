@@ -132,12 +132,13 @@ class KnownAttributes {
   void add(const char* name, const NameKey& key, const char* value, const char* valueEnd) {
     const NameId known = find(name, key);
     const std::uint32_t begin = offset(name);
-    list_.data()[count_] = {known, begin, begin + static_cast<std::uint32_t>(key.length),
-                            offset(value), offset(valueEnd)};
+    TagAttribute* const list = list_.data();
+    list[count_] = {known, begin, begin + static_cast<std::uint32_t>(key.length), offset(value),
+                    offset(valueEnd)};
     // No branch: which names are known is beyond prediction.
-    std::uint64_t& last = lastTag_.data()[known];
-    count_ += static_cast<std::uint32_t>(last != tag_);
-    last = tag_;
+    std::uint64_t* const lastTag = lastTag_.data();
+    count_ += static_cast<std::uint32_t>(lastTag[known] != tag_);
+    lastTag[known] = tag_;
   }
 
   const TagAttribute* data() const { return list_.data(); }
