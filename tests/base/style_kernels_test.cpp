@@ -141,25 +141,25 @@ TEST(FindUrlMark, FindsEachMark) {
   });
 }
 
+// Of a text that holds one mark, at `at`.
+void expectMarkAt(std::size_t at, std::string_view text) {
+  const char* const begin = text.data();
+  const char* const end = begin + text.size();
+  ASSERT_EQ(kernels().findStyleMark(begin, end, {begin, begin}).at, begin + at);
+  ASSERT_EQ(kernels().findStringMark(begin, end), begin + at);
+  ASSERT_EQ(kernels().findUrlMark(begin, end), begin + at);
+}
+
 // The rows above hold marks every few bytes; here one stands at each place of a long text alone.
 TEST(StyleKernels, FindAMarkAtEveryPlace) {
   constexpr std::size_t kLength = 200;
   forEachKernelLevel([] {
     for (std::size_t at = 0; at < kLength; ++at) {
+      std::string text(kLength, 'l');
+      text[at] = '\\';
       for (const Placement::Kind kind : {Placement::kBeforeGuardPage, Placement::kAfterGuardPage}) {
         Placement place(kind);
-        std::string mutableText(kLength, 'l');
-        mutableText[at] = '\\';
-        const std::string_view escape = place.bytes(mutableText);
-        const auto placeOf = [](auto find, std::string_view text) {
-          return static_cast<std::size_t>(find(text.data(), text.data() + text.size()) -
-                                          text.data());
-        };
-        const char* const begin = escape.data();
-        const StylePlace from = {begin, begin};
-        ASSERT_EQ(kernels().findStyleMark(begin, begin + kLength, from).at, begin + at);
-        ASSERT_EQ(placeOf(kernels().findStringMark, escape), at);
-        ASSERT_EQ(placeOf(kernels().findUrlMark, escape), at);
+        expectMarkAt(at, place.bytes(text));
       }
     }
   });
