@@ -8,8 +8,10 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "page/element_reader.h"
+#include "pagescan/edits.h"
 #include "pagescan/page.h"
 #include "pagescan/style_sheet.h"
 #include "pagescan/url.h"
@@ -173,6 +175,15 @@ Kept eachValue(const RWCString& text) {
   return page;
 }
 
+Kept editEachValue(const RWCString& text) {
+  const auto page = kept<Page>(text, everything());
+  std::vector<Edit> edits;
+  for (std::size_t i = 0; i < page->references().size(); ++i) {
+    edits.push_back({i, "http://e.test/?a&b", {}});
+  }
+  return std::make_shared<EditResult>(applyEdits(*page, edits));
+}
+
 // Half of the text, each byte a code unit.
 Kept utf16Page(const RWCString& text) {
   std::string wide(text.length() / 2 * 2, '\0');
@@ -302,6 +313,7 @@ std::span<const NamedOperation> growthOperations() {
       {"Page, each URL, ISO-2022-JP",
        [](const RWCString& text) { return eachUrl(text, "ISO-2022-JP"); }},
       {"Page, each value", eachValue},
+      {"applyEdits, each reference", editEachValue},
       {"Page, UTF-16", utf16Page},
       {"LineIndex", lineIndex},
       {"StyleSheet",
