@@ -25,12 +25,12 @@ enum ElementTrait : std::uint32_t {
   kShadowHostName = 256,  // may have a shadow root, by its name
   kShadowRoot = 512,      // a template that made a shadow root
   kHasShadowRoot = 1024,
-  kStyleText = 2048,      // svg:style: its text is a style sheet
-  kRun = 4096,            // many formatting elements at once: see FormattingList
-  kForeign = 8192,        // SVG or MathML
-  kHeading = 16384,       // h1 to h6
-  kPassesItems = 32768,   // an li, dd or dt below it need not be its child: not kItemLimit, or one
-  kPlainEnd = 65536,      // its end tag, where it is the current node, does no more than close it
+  kStyleText = 2048,     // svg:style: its text is a style sheet
+  kRun = 4096,           // many formatting elements at once: see FormattingList
+  kForeign = 8192,       // SVG or MathML
+  kHeading = 16384,      // h1 to h6
+  kPassesItems = 32768,  // an li, dd or dt below it need not be its child: not kItemLimit, or one
+  kPlainEnd = 65536,     // its end tag, where it is the current node, does no more than close it
 };
 using ElementTraits = std::uint32_t;
 
@@ -103,11 +103,11 @@ inline constexpr ElementSet kHeadings = {Element::h1, Element::h2, Element::h3,
 
 // Those whose end tags do more than to close them, or less.
 inline constexpr ElementSet kOwnEnds = {
-    Element::applet,  Element::body,   Element::br,       Element::caption,   Element::col,
-    Element::form,    Element::frame,  Element::frameset, Element::colgroup,  Element::head,
-    Element::html,    Element::object, Element::marquee,  Element::noscript,  Element::table,
-    Element::tbody,   Element::td,     Element::tfoot,    Element::template_, Element::th,
-    Element::thead,   Element::tr};
+    Element::applet, Element::body,   Element::br,       Element::caption,   Element::col,
+    Element::form,   Element::frame,  Element::frameset, Element::colgroup,  Element::head,
+    Element::html,   Element::object, Element::marquee,  Element::noscript,  Element::table,
+    Element::tbody,  Element::td,     Element::tfoot,    Element::template_, Element::th,
+    Element::thead,  Element::tr};
 
 constexpr ElementTraits traitIf(bool has, ElementTrait trait) {
   return has ? trait : ElementTraits{0};

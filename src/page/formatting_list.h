@@ -19,7 +19,7 @@
 
 namespace pagescan::internal {
 
-struct FormattingNode {
+struct alignas(64) FormattingNode {
   std::uint32_t begin = 0;         // of its start tag
   NameNumber name = kUnknownName;  // that one for a marker
   std::uint32_t slot = kNone;      // in the stack of open elements; of a marker, any
@@ -121,7 +121,7 @@ class FormattingList {
   std::vector<std::uint32_t> newest_ = std::vector<std::uint32_t>(kElementCount, kNone);  // by name
   std::map<std::string, std::uint32_t, std::less<>> kinds_;
   std::vector<std::uint32_t> newestOfKind_ = {kNone};  // kinds are counted from 1
-  std::map<std::uint64_t, FormattingRun> runs_;  // by the order of their first node
+  std::map<std::uint64_t, FormattingRun> runs_;        // by the order of their first node
 };
 
 // --- what nearly all formatting elements of a page go through ---

@@ -166,6 +166,11 @@ class OpenElements {
   // Whether `slot` is at or above the newest open element of a name.
   bool isAbove(std::uint32_t slot, Element element) const { return slot >= newest(element); }
 
+  // Without a branch: nothing tells beforehand which it will be.
+  static std::uint32_t either(bool first, std::uint32_t a, std::uint32_t b) {
+    return b ^ ((a ^ b) & (0U - static_cast<std::uint32_t>(first)));
+  }
+
   std::uint32_t pushUnnamed(Namespace space, NameNumber name, std::uint32_t begin,
                             ElementTraits traits) {
     const std::uint32_t slot = top_ + 1;
@@ -180,8 +185,8 @@ class OpenElements {
     entry.note = 0;
     entry.below = top_;
     entry.scopeLimit = (traits & kScopeLimit) != 0 ? slot : below.scopeLimit;
-    entry.special = (traits & kSpecial) != 0 ? slot : below.special;
-    entry.itemLimit = (traits & kItemLimit) != 0 ? slot : below.itemLimit;
+    entry.special = either((traits & kSpecial) != 0, slot, below.special);
+    entry.itemLimit = either((traits & kItemLimit) != 0, slot, below.itemLimit);
     entry.html = space == Namespace::html ? slot : below.html;
     entry.formatting = kNone;
     top_ = slot;

@@ -1,5 +1,5 @@
-// The rows of plain tags: those that, in most of a page, do nothing but open an element, or make one
-// that is never open. Nearly all tags are such, and a row tells all about them.
+// The rows of plain tags: those that, in most of a page, do nothing but open an element, or make
+// one that is never open. Nearly all tags are such, and a row tells all about them.
 //
 //   <li>   in body, cell, caption; where no p is open and the current node is a ul, say:
 //          an element opens
@@ -22,14 +22,14 @@ inline constexpr InsertionModes kBodyModes = {InsertionMode::inBody, InsertionMo
                                               InsertionMode::inCaption};
 
 struct PlainTag {
-  InsertionModes modes = {};       // where the row holds
-  ElementTraits notUnder = 0;      // not under a current node with one of these
-  ElementTraits traits = 0;        // of the element
-  bool endsP = false;              // not where a p is open
-  bool reopens = false;            // not where formatting elements wait to be reopened
-  bool isFormatting = false;       // not where the list has one of the name
-  bool hasContent = false;         // it stays open
-  bool leavesFramesetOk = true;    // it does not show anything
+  InsertionModes modes = {};     // where the row holds
+  ElementTraits notUnder = 0;    // not under a current node with one of these
+  ElementTraits traits = 0;      // of the element
+  bool endsP = false;            // not where a p is open
+  bool reopens = false;          // not where formatting elements wait to be reopened
+  bool isFormatting = false;     // not where the list has one of the name
+  bool hasContent = false;       // it stays open
+  bool leavesFramesetOk = true;  // it does not show anything
   ContentState content = ContentState::data;
 };
 

@@ -73,6 +73,7 @@ class Tokenizer {
       if (next == '/') {
         if (end_ - open == 2) return endText(textBegin);
         emitText(textBegin, open);
+        if (endCurrent(open + 2)) return;
         return readEndTag(open);
       }
       if (next == '!' || next == '?') {
@@ -111,13 +112,18 @@ class Tokenizer {
     if (state != ContentState::data) readRawText(state, tag.nameBytes());
   }
 
-  void readEndTag(const char* open) {
-    if constexpr (requires { sink_.endCurrent(open, end_); }) {
-      if (const char* const next = sink_.endCurrent(open + 2, end_)) {
-        at_ = next;
-        return;
-      }
+  // Whether the sink knew the end tag at once. Most of them are such.
+  bool endCurrent(const char* name) {
+    if constexpr (requires { sink_.endCurrent(name, end_); }) {
+      const char* const next = sink_.endCurrent(name, end_);
+      if (next == nullptr) return false;
+      at_ = next;
+      return true;
     }
+    return false;
+  }
+
+  void readEndTag(const char* open) {
     if (open[2] == '>') {
       at_ = open + 3;
       return;

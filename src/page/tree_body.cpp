@@ -50,7 +50,8 @@ void TreeBuilder::startStructure(const TagToken& tag, StartRule rule) {
   switch (rule) {
     case StartRule::html:
       // The html element above a fragment is no part of it.
-      if (!options_.context.isFragment && !open_.isOpen(Element::template_)) merge(OpenElements::kRoot);
+      if (!options_.context.isFragment && !open_.isOpen(Element::template_))
+        merge(OpenElements::kRoot);
       break;
     case StartRule::body:
       startBody();

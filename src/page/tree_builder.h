@@ -53,9 +53,9 @@ struct Verdict {
   Namespace parentSpace = Namespace::html;
   NameNumber parentName = kUnknownName;
   std::uint8_t parentNote = 0;
-  std::uint32_t slot = kNone;     // where it is open; kNone for one without content
-  bool bodyLeaves = false;        // this frameset replaces the body
-  std::uint32_t bodyBegin = 0;    // which started there
+  std::uint32_t slot = kNone;   // where it is open; kNone for one without content
+  bool bodyLeaves = false;      // this frameset replaces the body
+  std::uint32_t bodyBegin = 0;  // which started there
 };
 
 class TreeBuilder {
@@ -128,7 +128,9 @@ class TreeBuilder {
   enum class Step : std::uint8_t { done, again };
 
   // --- insertion: tree_builder.cpp ---
-  bool atContext() const { return options_.context.isFragment && open_.top() == OpenElements::kRoot; }
+  bool atContext() const {
+    return options_.context.isFragment && open_.top() == OpenElements::kRoot;
+  }
   bool currentIsForeign() const {
     return open_.current().space != Namespace::html ||
            (atContext() && options_.context.space != Namespace::html);

@@ -222,7 +222,9 @@ bool TreeBuilder::makesShadowRoot(const TagToken& tag) {
   const std::string_view mode = valueOf(tag, Attribute::shadowrootmode);
   if (!valueIs(mode, "open") && !valueIs(mode, "closed")) return false;
   const OpenElement& host = open_.current();
-  if (open_.top() == OpenElements::kRoot || host.space != Namespace::html || host.has(kHasShadowRoot)) return false;
+  if (open_.top() == OpenElements::kRoot || host.space != Namespace::html ||
+      host.has(kHasShadowRoot))
+    return false;
   if (host.has(kShadowHostName)) return true;
   if (host.name < kElementCount && host.name != id(Element::annotationXml)) return false;
   const char* name = page_.data() + host.begin + 1;
