@@ -1,5 +1,5 @@
 // Finds the rows of the table of places for an element and an attribute, by tables that are made at
-// compile time: an attribute that is no place costs two look-ups.
+// compile time: an attribute that is no place costs three look-ups.
 #ifndef PAGESCAN_PAGE_PLACE_LOOKUP_H
 #define PAGESCAN_PAGE_PLACE_LOOKUP_H
 

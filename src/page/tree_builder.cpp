@@ -174,6 +174,38 @@ TreeBuilder::Step TreeBuilder::endByMode(NameNumber name) {
   return Step::done;
 }
 
+void TreeBuilder::setNote(std::uint32_t slot, std::uint8_t note) {
+  OpenElement& entry = open_.at(slot);
+  entry.note = note;
+  if (entry.formatting != kNone) formatting_.at(entry.formatting).note = note;
+}
+
+void TreeBuilder::reportElement(Namespace space, NameNumber name) {
+  verdict_.kind = Verdict::element;
+  verdict_.space = space;
+  verdict_.name = name;
+  if (open_.empty()) {
+    verdict_.parentSpace = Namespace::html;
+    verdict_.parentName = kUnknownName;
+    verdict_.parentNote = 0;
+    return;
+  }
+  const OpenElement& parent = open_.current();
+  verdict_.parentSpace = parent.space;
+  verdict_.parentName = parent.name;
+  verdict_.parentNote = parent.note;
+}
+
+std::uint32_t TreeBuilder::pushHtml(NameNumber name, std::uint32_t begin) {
+  if (name == id(Element::template_)) ++templates_;
+  return open_.push(Namespace::html, name, begin, kHtmlTraits[rowOf(name)]);
+}
+
+std::uint32_t TreeBuilder::insertNamed(const TagToken& tag, NameNumber name) {
+  reportElement(Namespace::html, name);
+  return verdict_.slot = pushHtml(name, tag.begin);
+}
+
 // The element would close at the end of its text, before anything else happens: it is never open.
 void TreeBuilder::insertRaw(const TagToken& tag, ContentState content) {
   insertVoid(tag);

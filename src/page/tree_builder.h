@@ -291,7 +291,7 @@ class TreeBuilder {
   bool tableTextShows_ = false;  // it holds more than white space
 };
 
-// --- what every element goes through ---
+// --- what nearly every tag goes through ---
 
 inline const PlainTag* TreeBuilder::startPlain(NameNumber name, std::uint32_t begin) {
   const PlainTag& row = kPlainTags.of(name);
@@ -319,38 +319,6 @@ inline bool TreeBuilder::endPlain(NameNumber name) {
   skipsNewline_ = false;
   open_.popPlain();
   return true;
-}
-
-inline void TreeBuilder::setNote(std::uint32_t slot, std::uint8_t note) {
-  OpenElement& entry = open_.at(slot);
-  entry.note = note;
-  if (entry.formatting != kNone) formatting_.at(entry.formatting).note = note;
-}
-
-inline void TreeBuilder::reportElement(Namespace space, NameNumber name) {
-  verdict_.kind = Verdict::element;
-  verdict_.space = space;
-  verdict_.name = name;
-  if (open_.empty()) {
-    verdict_.parentSpace = Namespace::html;
-    verdict_.parentName = kUnknownName;
-    verdict_.parentNote = 0;
-    return;
-  }
-  const OpenElement& parent = open_.current();
-  verdict_.parentSpace = parent.space;
-  verdict_.parentName = parent.name;
-  verdict_.parentNote = parent.note;
-}
-
-inline std::uint32_t TreeBuilder::pushHtml(NameNumber name, std::uint32_t begin) {
-  if (name == id(Element::template_)) ++templates_;
-  return open_.push(Namespace::html, name, begin, kHtmlTraits[rowOf(name)]);
-}
-
-inline std::uint32_t TreeBuilder::insertNamed(const TagToken& tag, NameNumber name) {
-  reportElement(Namespace::html, name);
-  return verdict_.slot = pushHtml(name, tag.begin);
 }
 
 }  // namespace pagescan::internal
