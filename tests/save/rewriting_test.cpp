@@ -67,7 +67,7 @@ TEST(RewritePage, TakesOffWhatWouldBlockCopies) {
        "<base target=_top><base><img src=files/b.png>"},
   };
   for (const Case& c : kCases) EXPECT_EQ(copyOfPage(c.page), c.copy) << c.page;
-  const Rewritten told =
+  const CopyText told =
       rewritePage({"<script src=a integrity=b></script><script src=c integrity=d></script>"
                    "<meta http-equiv=content-security-policy content=x>",
                    "http://h.test/", "", ""},

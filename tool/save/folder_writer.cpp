@@ -85,7 +85,7 @@ std::string FolderWriter::writeText(const Resource& resource, const std::string&
   const CopyOf copyOf = [&](const std::string& url, Kind kind) {
     return copyFor(resource, url, kind);
   };
-  Rewritten copy;
+  CopyText copy;
   if (resource.isPage()) {
     copy = rewritePage(original, copyOf);
   } else if (resource.isSheet()) {

@@ -78,21 +78,21 @@ class NewValues {
 };
 
 template <typename Text>
-Rewritten apply(const Text& text, const std::vector<Edit>& edits,
-                const std::vector<ByteEdit>& byteEdits) {
+CopyText apply(const Text& text, const std::vector<Edit>& edits,
+               const std::vector<ByteEdit>& byteEdits) {
   EditResult result = applyEdits(text, edits, byteEdits);
-  Rewritten rewritten{std::move(result.bytes), {}};
-  if (result.refused.empty()) return rewritten;
+  CopyText copy{std::move(result.bytes), {}};
+  if (result.refused.empty()) return copy;
   const LineIndex lines(text);
   for (const RefusedEdit& refused : result.refused) {
     const bool isReference = refused.edit < edits.size();
     const Span span = isReference ? text.references()[edits[refused.edit].reference].span
                                   : byteEdits[refused.edit - edits.size()].span;
     const Position at = lines.at(span.begin);
-    rewritten.told.push_back(std::to_string(at.line) + ":" + std::to_string(at.column) +
-                             ": stays as it is: " + std::string(sentenceOf(refused.reason)));
+    copy.told.push_back(std::to_string(at.line) + ":" + std::to_string(at.column) +
+                        ": stays as it is: " + std::string(sentenceOf(refused.reason)));
   }
-  return rewritten;
+  return copy;
 }
 
 }  // namespace
@@ -113,7 +113,7 @@ StyleSheet readSheet(const Original& sheet) {
   return StyleSheet(sheet.bytes, options);
 }
 
-Rewritten rewritePage(const Original& original, const CopyOf& copyOf) {
+CopyText rewritePage(const Original& original, const CopyOf& copyOf) {
   const Page page = readPage(original);
   const bool isTold =
       original.charset.empty() || pageTellsEncoding(original.bytes, page.encoding());
@@ -123,27 +123,27 @@ Rewritten rewritePage(const Original& original, const CopyOf& copyOf) {
     const bool isCopy = values.add(i);
     takenOff.look(page.references()[i], isCopy);
   }
-  Rewritten rewritten = apply(page, values.edits(), takenOff.edits());
-  for (std::string& message : takenOff.messages()) rewritten.told.push_back(std::move(message));
+  CopyText copy = apply(page, values.edits(), takenOff.edits());
+  for (std::string& message : takenOff.messages()) copy.told.push_back(std::move(message));
   if (!isTold) {
-    rewritten.bytes = withEncodingOfPage(rewritten.bytes, page.encoding());
-    if (!pageTellsEncoding(rewritten.bytes, page.encoding())) {
-      rewritten.told.push_back("its encoding, " + std::string(page.encoding()) +
-                               ", is not told in the copy");
+    copy.bytes = withEncodingOfPage(copy.bytes, page.encoding());
+    if (!pageTellsEncoding(copy.bytes, page.encoding())) {
+      copy.told.push_back("its encoding, " + std::string(page.encoding()) +
+                          ", is not told in the copy");
     }
   }
-  return rewritten;
+  return copy;
 }
 
-Rewritten rewriteSheet(const Original& original, const CopyOf& copyOf) {
+CopyText rewriteSheet(const Original& original, const CopyOf& copyOf) {
   const StyleSheet sheet = readSheet(original);
   NewValues<StyleSheet> values(sheet, original.url, copyOf);
   for (std::size_t i = 0; i < sheet.references().size(); ++i) values.add(i);
-  Rewritten rewritten = apply(sheet, values.edits(), {});
+  CopyText copy = apply(sheet, values.edits(), {});
   if (!original.charset.empty()) {
-    rewritten.bytes = withEncodingOfSheet(rewritten.bytes, sheet.encoding());
+    copy.bytes = withEncodingOfSheet(copy.bytes, sheet.encoding());
   }
-  return rewritten;
+  return copy;
 }
 
 }  // namespace pagescan::tool

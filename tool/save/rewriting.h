@@ -32,7 +32,7 @@ StyleSheet readSheet(const Original& sheet);
 // copy. Asked for references of the kinds load and navigation.
 using CopyOf = std::function<std::optional<std::string>(const std::string& url, Kind kind)>;
 
-struct Rewritten {
+struct CopyText {
   std::string bytes;
   std::vector<std::string> told;  // what was taken off, or could not be done: parts of messages
 };
@@ -40,9 +40,9 @@ struct Rewritten {
 // Besides references: takes off `integrity` and `crossorigin` of elements that load a copy,
 // policies in `meta` elements and the `href` of `base` elements; and tells the encoding in the
 // copy where the server alone told it.
-Rewritten rewritePage(const Original& original, const CopyOf& copyOf);
+CopyText rewritePage(const Original& original, const CopyOf& copyOf);
 // Tells the encoding, too.
-Rewritten rewriteSheet(const Original& original, const CopyOf& copyOf);
+CopyText rewriteSheet(const Original& original, const CopyOf& copyOf);
 
 }  // namespace pagescan::tool
 

@@ -49,7 +49,7 @@ std::string SingleFile::textOf(const Resource& resource) {
   if (!failure_.empty()) return "";
   const Original original = Resources::originalOf(resource, bytes);
   const CopyOf copyOf = [this](const std::string& url, Kind kind) { return embedded(url, kind); };
-  Rewritten copy;
+  CopyText copy;
   around_.push_back(&resource);
   if (resource.isPage()) {
     copy = rewritePage(original, copyOf);
