@@ -303,7 +303,7 @@ constexpr Kernels kernelsOver() {
       .findTag = findTag<Vector>,
       .findMark = findMark<Vector>,
       .markTags = markTags<Vector>,
-      .tagMarksPay = Vector::kWidth > sizeof(std::uint64_t),
+      .tagMarksPay = Vector::kWidth > 16,  // as measured
       .skipWhiteSpace = skipWhiteSpace<Vector>,
       .xorWords = xorWords<Vector>,
       .countUtf8Pairs = countUtf8Pairs<Vector>,
