@@ -51,6 +51,14 @@ function(pagescan_own_target target)
   endif()
 endfunction()
 
+# Has the large headers that most sources of a target include compiled once. A source still includes
+# what it uses: builds without PAGESCAN_PRECOMPILED_HEADERS show it.
+function(pagescan_precompile target)
+  if(PAGESCAN_PRECOMPILED_HEADERS)
+    target_precompile_headers(${target} PRIVATE ${ARGN})
+  endif()
+endfunction()
+
 # A library of helper code that may have no sources yet, only headers.
 function(pagescan_helper_library target)
   cmake_parse_arguments(ARG "" "" "SOURCES;INCLUDES;LIBRARIES" ${ARGN})

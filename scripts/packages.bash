@@ -17,7 +17,7 @@ declare -rA packagesOf=(
   [save]="wget2"
   [abi]="abigail-tools"
   [package]="dpkg-dev fakeroot file lintian"
-  [docs]="doxygen python3"
+  [docs]="doxygen python3 groff-base"
 )
 
 asRoot() {

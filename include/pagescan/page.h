@@ -184,8 +184,8 @@ class PAGESCAN_PAGE_EXPORT Page {
   // none.
   bool urlInto(const Reference& reference, std::string& result) const;
 
-  // The element of a reference in lower case as the parser names it ("img" for "image"), with
-  // "svg:" or "math:" in front in these namespaces, in the parser's spelling ("svg:feImage").
+  // The element of a reference in lower case as the parser names it ("img" for "image"); with
+  // the prefix "svg:" or "math:" in these namespaces, in the parser's spelling ("svg:feImage").
   std::string element(const Reference& reference) const;
 
   // The attribute in lower case ("xlink:href"); empty for the text of an element.

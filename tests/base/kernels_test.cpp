@@ -60,7 +60,7 @@ template <typename Check>
 void forEachPlacedText(const Pieces& pieces, const Check& check) {
   RandomTexts random;
   forEachKernelLevel([&] {
-    for (std::size_t i = inShortOrDeepRun(2000, 200000); i > 0; --i) {
+    for (std::size_t i = randomRuns(2000, 200000); i > 0; --i) {
       const std::string text = random.textOfRuns(pieces, 30);
       for (const Placement::Kind kind : {Placement::kBeforeGuardPage, Placement::kAfterGuardPage}) {
         Placement place(kind);

@@ -320,7 +320,7 @@ TEST_P(Random, TextsGiveWhatTheTwinGives) {
   const RandomCase& row = GetParam();
   RandomTexts random;
   Comparison compare(row.op);
-  const std::size_t count = inShortOrDeepRun(row.quick, row.deep);
+  const std::size_t count = randomRuns(row.quick, row.deep);
   for (std::size_t i = 0; i < count; ++i) compare(row.makeArgs(random));
 }
 
@@ -330,7 +330,7 @@ INSTANTIATE_TEST_SUITE_P(Operations, Random, testing::ValuesIn(kOperations),
 TEST(RandomTwins, FindEndlessScriptsAlike) {
   RandomTexts random;
   const Pieces pieces = {"<script", "<SCRIPT>", "</script>", "</Script", ">", "x", "<", "\0"sv};
-  const std::size_t count = inShortOrDeepRun(60000, 2000000);
+  const std::size_t count = randomRuns(60000, 2000000);
   for (std::size_t i = 0; i < count; ++i) {
     const std::string text = textOf(random, pieces);
     ASSERT_EQ(tqFindEndlessScript(stringOf(text)), reference::tqFindEndlessScript(text))
@@ -344,7 +344,7 @@ TEST(RandomTwins, BlankingBetweenDelimitersOfTheSameBytes) {
   Comparison compare("blanktag");
   const Pieces bytes = {"-", "-", "!", "<", ">", "x"};
   const Pieces delimiters = {"<!--", "-->", "--", "-!-", "!--", "->", "<->", "x-!", "-x-->"};
-  const std::size_t count = inShortOrDeepRun(60000, 2000000);
+  const std::size_t count = randomRuns(60000, 2000000);
   for (std::size_t i = 0; i < count; ++i) {
     const std::string plain(random.number(150), 'x');
     const std::string text = random.text(bytes, 12) + plain + random.text(bytes, 100);
@@ -409,7 +409,7 @@ TEST_P(SamplePage, GivesWhatTheTwinGivesWithRandomChanges) {
   const std::string page = samplePage();
   RandomTexts random;
   Comparison compare(GetParam().op);
-  const std::size_t count = inShortOrDeepRun(1000, 40000);
+  const std::size_t count = randomRuns(1000, 40000);
   for (std::size_t i = 0; i < count; ++i) {
     const std::size_t begin = random.number(page.size());
     const std::size_t length = random.number(4) == 0 ? page.size() : random.number(400);

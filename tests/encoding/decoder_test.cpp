@@ -168,7 +168,7 @@ TEST_P(DecoderTwin, AgreesOnEveryShortText) {
 
 TEST_P(DecoderTwin, AgreesOnRandomTexts) {
   RandomTexts random;
-  for (std::size_t i = inShortOrDeepRun(300, 100000); i > 0 && !HasFatalFailure(); --i) {
+  for (std::size_t i = randomRuns(300, 100000); i > 0 && !HasFatalFailure(); --i) {
     std::string text = random.textOfRuns(kPieces, 200);
     for (std::size_t n = random.number(20); n > 0; --n) {
       text += static_cast<char>(random.number(256));

@@ -150,7 +150,7 @@ TEST_P(MappedTextOf, HoldsOnEveryShortText) {
 
 TEST_P(MappedTextOf, HoldsOnRandomTexts) {
   RandomTexts random;
-  for (std::size_t i = inShortOrDeepRun(20, 2000); i > 0 && !HasFatalFailure(); --i) {
+  for (std::size_t i = randomRuns(20, 2000); i > 0 && !HasFatalFailure(); --i) {
     expectRightMap(random.textOfRuns(kPieces, 60), GetParam());
   }
 }

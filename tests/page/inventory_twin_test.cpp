@@ -225,7 +225,7 @@ const Pieces kPlaces = {"<a href=x>",
 
 TEST(InventoryTwin, AgreesOnRandomTexts) {
   RandomTexts random;
-  for (std::size_t round = inShortOrDeepRun(10000, 1000000); round > 0; --round) {
+  for (std::size_t round = randomRuns(10000, 1000000); round > 0; --round) {
     ASSERT_TRUE(
         agree(random.text(kPlaces, 3 + random.number(25)), optionsWith(random.number(2) == 0)));
   }
@@ -270,7 +270,7 @@ TEST(InventoryTwin, AgreesOnRandomTextsInAnyEncoding) {
                    ">\">",
                    std::string_view("\0", 1)};
   RandomTexts random;
-  for (std::size_t round = inShortOrDeepRun(10000, 1000000); round > 0; --round) {
+  for (std::size_t round = randomRuns(10000, 1000000); round > 0; --round) {
     InventoryOptions options = optionsWith(random.number(2) == 0);
     options.charset = labels[random.number(labels.size())];
     std::string text = random.text(pieces, 3 + random.number(20));
@@ -341,7 +341,7 @@ TEST(InventoryTwin, AgreesOnRandomSheets) {
                          "\\110000",
                          "u\\72l("};
   RandomTexts random;
-  for (std::size_t round = inShortOrDeepRun(20000, 2000000); round > 0; --round) {
+  for (std::size_t round = randomRuns(20000, 2000000); round > 0; --round) {
     ASSERT_TRUE(agreeOnSheet(random.text(pieces, 3 + random.number(20))));
   }
 }

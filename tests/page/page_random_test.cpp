@@ -75,7 +75,7 @@ const std::vector<std::string_view> kPieces = {
 
 TEST(Page, FindsInRandomMarkupWhatTheTwinFinds) {
   std::mt19937 random(20261121);
-  const std::size_t rounds = inShortOrDeepRun(3000, 300000);
+  const std::size_t rounds = randomRuns(3000, 300000);
   for (std::size_t round = 0; round < rounds; ++round) {
     std::string page;
     const std::size_t pieces = 1 + random() % 14;
@@ -111,7 +111,7 @@ TEST(Page, FindsInMutatedPagesWhatTheTwinFinds) {
                                             "euc-jp",  "koi8-r"};
   constexpr std::string_view kBytes = "<>\"'=/&;#!-[]{}()@,\\ \n\r\0ax1\x81\xE9";
   std::mt19937 random(20261122);
-  const std::size_t rounds = inShortOrDeepRun(3000, 300000);
+  const std::size_t rounds = randomRuns(3000, 300000);
   for (std::size_t round = 0; round < rounds; ++round) {
     const std::string& other = pages[random() % pages.size()];
     std::string page = pages[random() % pages.size()];

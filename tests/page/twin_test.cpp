@@ -305,7 +305,7 @@ const Pieces kMarkup = {"<a>",
 
 TEST(ElementTwin, AgreesOnRandomTexts) {
   RandomTexts random;
-  for (std::size_t round = inShortOrDeepRun(15000, 1500000); round > 0; --round) {
+  for (std::size_t round = randomRuns(15000, 1500000); round > 0; --round) {
     ElementOptions options;
     options.scripting = random.number(2) == 0;
     options.isSrcdoc = random.number(8) == 0;
@@ -316,7 +316,7 @@ TEST(ElementTwin, AgreesOnRandomTexts) {
 // A few pieces, again and again: deep stacks of the same.
 TEST(ElementTwin, AgreesOnRandomTextsOfFewPieces) {
   RandomTexts random;
-  for (std::size_t round = inShortOrDeepRun(15000, 1500000); round > 0; --round) {
+  for (std::size_t round = randomRuns(15000, 1500000); round > 0; --round) {
     Pieces few;
     for (std::size_t i = 2 + random.number(10); i > 0; --i) {
       few.push_back(kMarkup[random.number(kMarkup.size())]);
@@ -332,7 +332,7 @@ TEST(ElementTwin, AgreesOnFragments) {
   const Pieces contexts = {"div",    "table",    "tbody",    "tr",     "td",
                            "select", "template", "body",     "html",   "frameset",
                            "head",   "caption",  "colgroup", "option", "p"};
-  for (std::size_t round = inShortOrDeepRun(10000, 500000); round > 0; --round) {
+  for (std::size_t round = randomRuns(10000, 500000); round > 0; --round) {
     ElementOptions options;
     options.scripting = random.number(2) == 0;
     options.contextName = contexts[random.number(contexts.size())];

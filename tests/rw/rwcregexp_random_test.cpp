@@ -81,7 +81,7 @@ TEST(RWCRegexpTwin, AgreesOnTheLibrarysPatterns) {
                          ";",      "a",           "Z",          "09",   ":",
                          ">",      "\0"sv,        "/",          "\xE4", "text and more text"};
   RandomTexts random;
-  const std::size_t count = inShortOrDeepRun(20000, 500000);
+  const std::size_t count = randomRuns(20000, 500000);
   for (const char* const pattern : kLibraryPatterns) {
     const RWCRegexp regexp(pattern);
     for (std::size_t i = 0; i < count && !testing::Test::HasFailure(); ++i) {
@@ -98,7 +98,7 @@ TEST(RWCRegexpTwin, AgreesOnRandomPatterns) {
   items.insert(items.end(), {"[\\t\\n ]*", "=", "[^]", "[A-Za-z0-9]+", "\xE4?", "[b-]*", "\\n",
                              "\\^*", "[\\-b]"});
   RandomTexts random;
-  const std::size_t count = inShortOrDeepRun(3000, 100000);
+  const std::size_t count = randomRuns(3000, 100000);
   for (std::size_t i = 0; i < count && !testing::Test::HasFailure(); ++i) {
     std::string pattern = random.text(items, 6);
     if (random.number(5) == 0) pattern.insert(0, "^");

@@ -251,7 +251,7 @@ class Sequence {
 
 TEST(RWCStringRandom, HoldsWhatAStandardStringHolds) {
   RandomTexts random;
-  const std::size_t sequences = inShortOrDeepRun(4000, 150000);
+  const std::size_t sequences = randomRuns(4000, 150000);
   for (std::size_t i = 0; i < sequences && !testing::Test::HasFailure(); ++i) {
     Sequence sequence(random);
     for (int steps = 0; steps < 40 && !testing::Test::HasFailure(); ++steps) {

@@ -29,6 +29,19 @@ inline std::size_t inShortOrDeepRun(std::size_t quick, std::size_t deep) {
   return isDeepRun() ? deep : quick;
 }
 
+// Sanitizers make each check some times slower, and look at what many texts have in common: there
+// one of so many is enough.
+#ifdef PAGESCAN_SANITIZED
+inline constexpr std::size_t kSanitizedShare = 5;
+#else
+inline constexpr std::size_t kSanitizedShare = 1;
+#endif
+
+// The same, for the number of random texts.
+inline std::size_t randomRuns(std::size_t quick, std::size_t deep) {
+  return inShortOrDeepRun((quick + kSanitizedShare - 1) / kSanitizedShare, deep);
+}
+
 // Calls check(text) for every text of up to `most` pieces of the alphabet.
 template <typename Check>
 void forEachText(const std::vector<std::string_view>& alphabet, std::size_t most,

@@ -136,7 +136,7 @@ TEST(PlainLinks, AgreeWithTheParserOnRandomTexts) {
       "http://", "https://", "//",        "/",       "h.example/", "a.b",   "1.2",
       "0x1",     "path/",    "file.html", "?a=b&c",  "#frag",      "..",    ".",
       "%2E",     "'",        "index",     "mailto:", "data:,",     "Name:", "~user/"};
-  for (std::size_t i = inShortOrDeepRun(100000, 10000000); i > 0; --i) {
+  for (std::size_t i = randomRuns(100000, 10000000); i > 0; --i) {
     decides(random.mutated(random.text(pieces, 7), 1), all[random.number(all.size())]);
   }
 }

@@ -177,7 +177,7 @@ TEST(UrlTwin, AgreesOnRandomTexts) {
   const std::vector<Bases> bases = everyKindOfBase();
   constexpr Encoding kEncodings[] = {Encoding::utf8,     Encoding::windows1252, Encoding::iso2022Jp,
                                      Encoding::shiftJis, Encoding::gb18030,     Encoding::utf16Le};
-  for (std::size_t i = inShortOrDeepRun(30000, 3000000); i > 0; --i) {
+  for (std::size_t i = randomRuns(30000, 3000000); i > 0; --i) {
     const std::string text = random.text(kLongPieces, 8);
     const Bases& base = bases[random.number(bases.size())];
     expectSameWithComponents(text, base);
@@ -189,7 +189,7 @@ TEST(UrlTwin, AgreesOnRandomTexts) {
 TEST(UrlTwin, AgreesOnRandomBases) {
   RandomTexts random;
   constexpr string_view kSchemes[] = {"http://h/", "https://", "file:", "file:///", "s:", "s://h"};
-  for (std::size_t i = inShortOrDeepRun(10000, 1000000); i > 0; --i) {
+  for (std::size_t i = randomRuns(10000, 1000000); i > 0; --i) {
     const std::string_view scheme = kSchemes[random.number(std::size(kSchemes))];
     const Bases base(std::string(scheme) + random.text(kLongPieces, 6));
     ASSERT_EQ(base.base.url() != nullptr, base.record.has_value()) << base.text;
@@ -205,7 +205,7 @@ TEST(UrlTwin, AgreesOnHosts) {
   const std::vector<string_view> pieces = {
       "0", "1", "255", "256", "0x",   "0X", "f",   "08",         ".",          "..", "[",
       "]", ":", "::",  "1:",  "ffff", "g",  "%30", "4294967295", "4294967296", "a",  "-"};
-  for (std::size_t i = inShortOrDeepRun(30000, 3000000); i > 0; --i) {
+  for (std::size_t i = randomRuns(30000, 3000000); i > 0; --i) {
     const std::string host = random.text(pieces, 10);
     expectSame("http://" + host + "/", none);
     expectSame("http://[" + host + "]/", none);
