@@ -12,6 +12,7 @@
 #include "base/percent.h"
 #include "base/search.h"
 #include "classic/text_view.h"
+#include "classic/zkurlencoding_canonical.h"
 #include "classic/zkurlencoding_tables.h"
 
 using namespace pagescan::internal;
@@ -31,8 +32,8 @@ constexpr EncodedBytes kSiebelBytes = encodedBytes(kSiebel);
 
 }  // namespace
 
-constinit const char* persentEscape = "&#25;";
-constinit int persentEscapeLength = 5;
+constinit const char* persentEscape = kUsualPlaceholder.data();
+constinit int persentEscapeLength = kUsualPlaceholder.size();
 
 constinit CharArray UrlEncoding::cBrowserChars{kBrowserBytes.entries};
 constinit CharArray UrlEncoding::cBrowserCharsSign{kBrowserSignBytes.entries};
@@ -137,11 +138,11 @@ std::string_view placeholder() {
   return {persentEscape, ::strnlen(persentEscape, static_cast<std::size_t>(persentEscapeLength))};
 }
 
-// The one that the library comes with, prepared for searching: hosts change it rarely.
-constexpr SearchedText kUsualPlaceholder("&#25;", SearchedText::exact);
+// Prepared for searching: hosts change the placeholder rarely.
+constexpr SearchedText kUsualSearched(kUsualPlaceholder, SearchedText::exact);
 
 bool isUsual(std::string_view escape) {
-  return escape == kUsualPlaceholder.text();
+  return escape == kUsualPlaceholder;
 }
 
 UrlEncoding::EncodingType knownType(UrlEncoding::EncodingType type) {
@@ -259,7 +260,7 @@ void encodeBytes(const UrlForms& forms, const char* begin, const char* end,
 // The next placeholder in [begin, end), or `end`; an empty one is nowhere.
 const char* findPlaceholder(const char* begin, const char* end, std::string_view escape) {
   if (escape.empty() || static_cast<std::size_t>(end - begin) < escape.size()) return end;
-  return isUsual(escape) ? kernels().findText(begin, end, kUsualPlaceholder.needle())
+  return isUsual(escape) ? kernels().findText(begin, end, kUsualSearched.needle())
                          : findText(begin, end, escape);
 }
 
@@ -327,10 +328,6 @@ bool UrlEncoding::DecodeString(RWCString& text, EncodingType type) {
 
 namespace {
 
-constexpr FlavoursByByte kKeeping = flavoursKeeping();
-constexpr FlavoursByByte kEscaping = flavoursEscaping();
-constexpr FlavoursByByte kOfDigit = flavoursOfDigit();
-
 // The rule itself: decodes and encodes each name and value.
 bool isUnchangedByRoundTrip(std::string_view part, UrlEncoding::EncodingType type) {
   RWCString decoded = stringOf(part);
@@ -357,98 +354,6 @@ bool isCanonicalByRoundTrip(std::string_view text, UrlEncoding::EncodingType typ
   return true;
 }
 
-// Finds the flavours of which a text is canonical, all in one pass and without building a string. A
-// text is canonical when decoding and encoding give it back as it was. Flavours are struck off a
-// set byte by byte:
-//
-//   ab+%2f
-//   ab       every flavour keeps letters
-//   +        those that write it for a blank, and those that keep it and do not read it as one
-//   %2f      those that escape "/", with digits in lower case: eSiebel alone is left
-//
-// One byte or escape can be judged without the others: where the encoder writes anything else for
-// it, the two texts differ at that place, whatever stands around it. Only "%" needs more care:
-//   no escape begins with it     it is decoded to the placeholder and encoded as "%" again: it
-//   stays it is cut off at the end     it is not decoded, so only the flavours that keep "%" give
-//   it back
-//   "%26%2325;", or a mixture    it is decoded to the placeholder's own text, which is encoded as
-//   "%":
-//                                canonical of no flavour
-// All this goes for the placeholder that the library comes with.
-class CanonicalFlavours {
- public:
-  CanonicalFlavours(std::string_view text, FlavourSet candidates)
-      : at_(text.data()), end_(at_ + text.size()), candidates_(candidates) {}
-
-  FlavourSet find() {
-    for (;;) {
-      skipPlainBytes();
-      if (at_ == end_ || candidates_ == 0) return candidates_;
-      if (*at_ == '%') {
-        takePercent();
-      } else if (isSeparator(*at_)) {
-        inName_ = *at_ == '&';
-        ++at_;
-      } else {
-        candidates_ &= kKeeping[toByte(*at_++)];
-      }
-    }
-  }
-
- private:
-  // Nothing for the bytes that need a closer look.
-  static constexpr FlavoursByByte kPlain = [] {
-    FlavoursByByte sets = kKeeping;
-    for (const char c : std::string_view("%&=")) sets[toByte(c)] = 0;
-    return sets;
-  }();
-
-  void skipPlainBytes() {
-    while (at_ < end_) {
-      const FlavourSet left = candidates_ & kPlain[toByte(*at_)];
-      if (left == 0) return;
-      candidates_ = left;
-      ++at_;
-    }
-  }
-
-  bool isSeparator(char c) const { return c == '&' || (c == '=' && inName_); }
-
-  void takePercent() {
-    if (isEscape(at_, end_)) {
-      const FlavourSet ofDigits = kOfDigit[toByte(at_[1])] & kOfDigit[toByte(at_[2])];
-      candidates_ &= kEscaping[escapedByte(at_)] & ofDigits;
-      if (decodesToPlaceholder()) candidates_ = 0;
-      at_ += kEscapeLength;
-    } else {
-      // Elsewhere it becomes the placeholder and "%" again.
-      if (isCutOff()) candidates_ &= kKeeping['%'];
-      ++at_;
-    }
-  }
-
-  // Whether the name or value ends before an escape could.
-  bool isCutOff() const {
-    return end_ - at_ < kEscapeLength || isSeparator(at_[1]) || isSeparator(at_[2]);
-  }
-
-  bool decodesToPlaceholder() const {
-    const char* at = at_;
-    for (const char expected : kUsualPlaceholder.text()) {
-      if (at == end_) return false;
-      const bool escaped = isEscape(at, end_);
-      if ((escaped ? escapedByte(at) : toByte(*at)) != toByte(expected)) return false;
-      at += escaped ? kEscapeLength : 1;
-    }
-    return true;
-  }
-
-  const char* at_;
-  const char* end_;
-  FlavourSet candidates_;
-  bool inName_ = true;
-};
-
 }  // namespace
 
 bool UrlEncoding::CheckUrlDecoding(const RWCString& text, EncodingType type) {
@@ -457,7 +362,7 @@ bool UrlEncoding::CheckUrlDecoding(const RWCString& text, EncodingType type) {
     return isCanonicalByRoundTrip(viewOf(text), known);
   }
   const FlavourSet candidate = 1U << (known - eBrowser);
-  return CanonicalFlavours(viewOf(text), candidate).find() != 0;
+  return canonicalFlavours(viewOf(text), candidate) != 0;
 }
 
 UrlEncoding::EncodingType UrlEncoding::CheckUrlDecoding(const RWCString& text) {
@@ -468,6 +373,6 @@ UrlEncoding::EncodingType UrlEncoding::CheckUrlDecoding(const RWCString& text) {
     }
     return eNone;
   }
-  const FlavourSet found = CanonicalFlavours(viewOf(text), kAllFlavours).find();
+  const FlavourSet found = canonicalFlavours(viewOf(text), kAllFlavours);
   return found == 0 ? eNone : static_cast<EncodingType>(eBrowser + std::countr_zero(found));
 }

@@ -12,6 +12,9 @@
 
 namespace pagescan::internal {
 
+// What stands for a "%" in decoded text unless a host sets another one.
+inline constexpr std::string_view kUsualPlaceholder = "&#25;";
+
 // A flavour of percent encoding. Which bytes it writes follows from the first three.
 struct Flavour {
   std::string_view literals;  // what stands for itself, besides letters and digits
