@@ -61,10 +61,10 @@ class PAGESCAN_EXPORT CHTMLOffsetParser {
   // pass: a comment, a "url(", a quote, an @import without ";".
   // An @import in quotes is missed when a url( follows anywhere, and so is one whose URL holds a
   // ";": in "@import \"a.css\"; p{b:url(c)}" only c is found. A URL ends at its first ")", in
-  // quotes too: url("a(1).gif") gives "a(1". Fails       RWBoundsErr when neither white space, ";"
-  // nor "{" stands before the
-  //             last ":" before a url(...), as in "background:url(a.gif)"; records made so far
-  //             stay. A rule set around the declarations avoids it.
+  // quotes too: url("a(1).gif") gives "a(1".
+  // Fails       RWBoundsErr when neither white space, ";" nor "{" stands before the last ":" before
+  //             a url(...), as in "background:url(a.gif)"; records made so far stay. A rule set
+  //             around the declarations avoids it.
   // Cost        linear in the text.
   void ParseCSS(const RWCString& css);
 

@@ -104,8 +104,9 @@ PAGESCAN_EXPORT void tqRemoveFirstSingleTag(RWCString& text, RWCString tag);
 // "<body>text <b>x</b> more" becomes "<b></b> more". Comments between elements are passed over, and
 // one comment inside an element may hold its closing tag; elements of the same name are not counted
 // as nested. Ends at the first element whose closing tag is missing. An empty `tag` changes
-// nothing. Aborts  the process, in every build, when `tag` is longer than 254 bytes. Cost    linear
-// in the text; the result may be longer than the text.
+// nothing.
+// Aborts  the process, in every build, when `tag` is longer than 254 bytes.
+// Cost    linear in the text; the result may be longer than the text.
 PAGESCAN_EXPORT void tqSkipTagBody(const RWCString& tag, RWCString& text);
 
 // Empties the values of onload, onmouseover and onmouseout wherever one of these names is followed

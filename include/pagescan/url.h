@@ -89,7 +89,8 @@ class PAGESCAN_PAGE_EXPORT Url {
 
   // The URL as a page at `base` may write it: "#f", "?q", "page.html", "../dir/" where both have
   // the same scheme, credentials, host and port; else the whole URL. It is never empty, and
-  // resolves against `base` to this URL again. Fails   std::bad_alloc alone
+  // resolves against `base` to this URL again.
+  // Fails   std::bad_alloc alone
   std::string relativeTo(const Url& base) const;
 
  private:

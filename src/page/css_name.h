@@ -25,8 +25,8 @@ enum class CssName {
 CssName readCssName(std::string_view css, std::size_t& at);
 
 // The function whose name ends at `at`, where its "(" stands; other for all that are of no
-// interest. The name holds no escapes. floor    the end of what is known to be other tokens;
-// nothing before it is looked at
+// interest. The name holds no escapes.
+// floor   the end of what is known to be other tokens; nothing before it is looked at
 CssName cssFunctionBefore(std::string_view css, std::size_t at, std::size_t floor);
 
 // Where the characters of a name that end at `at` begin. They may be a number, or follow a "#".

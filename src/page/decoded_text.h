@@ -25,9 +25,9 @@ namespace pagescan::internal {
 
 // Keeps its storage when it is started again, so that one object serves many values. Const calls
 // are safe on several threads at once.
-// Limits   source and text of at most 2^32-1 bytes each; what would make the text longer is left
-// out Fails    std::bad_alloc alone Memory   nothing for a text that is its own decoding; else the
-// text and 16 bytes a run
+// Limits   source and text of at most 2^32-1 bytes each; what would exceed that is left out
+// Fails    std::bad_alloc alone
+// Memory   none for a text that is its own decoding; else the text and 16 bytes a run
 class DecodedText {
  public:
   // Becomes empty. `source` must outlive the text; a page ends where it ends.

@@ -9,9 +9,10 @@
 namespace pagescan::internal {
 
 // Resolves the value of a reference and writes the URL; false where there is none, and `out` is
-// then of no use. out    its content is replaced; its memory is used again Cost   linear in the
-// value and the URL; nothing allocates but `out` where the value is ASCII that
-//        is its own decoding
+// then of no use.
+// out    its content is replaced; its memory is used again
+// Cost   linear in the value and the URL; for an ASCII value that is its own decoding, only `out`
+//        allocates
 bool resolveReference(const PageReading& page, const Reference& reference, std::string& out);
 
 // What a reference resolves against. Valid as long as the page and `storage`, in which it may
