@@ -227,7 +227,8 @@ TEST(RWCRegexp, EndsOnLongHostileTexts) {
 }
 
 TEST(RWCRegexp, FindsOneMatchFarOut) {
-  const RWCString text = stringOf(std::string(1U << 20, '&') + "&lt;");
+  std::string ampersands(1U << 20, '&');
+  const RWCString text = stringOf(ampersands.append("&lt;"));
   std::size_t length = 0;
   EXPECT_EQ(text.index(RWCRegexp(kReference), &length, 0), 1U << 20);
   EXPECT_EQ(length, 4U);
