@@ -57,13 +57,22 @@ if(NOT TARGET pagescan_tool)
   return()
 endif()
 
-# Outside the system's own prefix the tool finds the library beside itself.
+# Outside the system's own prefix the programs find the libraries by their own place.
 if(NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr")
   cmake_path(RELATIVE_PATH CMAKE_INSTALL_FULL_LIBDIR
     BASE_DIRECTORY "${CMAKE_INSTALL_FULL_BINDIR}" OUTPUT_VARIABLE lib_from_bin)
   set_target_properties(pagescan_tool PROPERTIES INSTALL_RPATH "$ORIGIN/${lib_from_bin}")
 endif()
 install(TARGETS pagescan_tool RUNTIME COMPONENT tool)
+if(TARGET pagescan_saver)
+  if(NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr")
+    cmake_path(RELATIVE_PATH CMAKE_INSTALL_FULL_LIBDIR
+      BASE_DIRECTORY "${CMAKE_INSTALL_FULL_LIBEXECDIR}/pagescan" OUTPUT_VARIABLE lib_from_saver)
+    set_target_properties(pagescan_saver PROPERTIES INSTALL_RPATH "$ORIGIN/${lib_from_saver}")
+  endif()
+  install(TARGETS pagescan_saver
+    RUNTIME DESTINATION "${CMAKE_INSTALL_LIBEXECDIR}/pagescan" COMPONENT tool)
+endif()
 
 # Manual pages are installed compressed, as systems expect them.
 pagescan_collect(man_pages "${PROJECT_SOURCE_DIR}/docs/man/*.1")
