@@ -128,13 +128,12 @@ constexpr char lowerLetter(char c) {
 
 inline bool isAfterStyleFunction(const char* mark, const char* floor) {
   if (mark - floor < 3) return false;
+  bool found = false;
   for (const std::string_view name : kStyleFunctions) {
-    if (lowerLetter(mark[-3]) == name[0] && lowerLetter(mark[-2]) == name[1] &&
-        lowerLetter(mark[-1]) == name[2]) {
-      return true;
-    }
+    found |= lowerLetter(mark[-3]) == name[0] && lowerLetter(mark[-2]) == name[1] &&
+             lowerLetter(mark[-1]) == name[2];
   }
-  return false;
+  return found;
 }
 
 inline bool mayBeginStyleRule(const char* mark, const char* end) {

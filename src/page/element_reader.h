@@ -16,6 +16,8 @@
 //       A piece of the text of the svg:style whose tag begins at `owner`, which is open. Character
 //       references in it count, but for a CDATA section.
 //   void svgStyleEnds(std::uint32_t owner)
+//   Encoding encodingFor(Span text)
+//       Of text whose meaning is about to be asked for. A handler may do without it: UTF-8.
 //   void bodyLeaves(std::uint32_t bodyBegin)
 //       A frameset takes the place of the body that began at this offset: what was reported from
 //       there on, but for what was merged into html, has left the tree. Called before startTag of
@@ -156,6 +158,12 @@ class ElementReader {
   void doctype(const Doctype& doctype) { builder_.doctype(doctype); }
   bool ignoresText() const { return builder_.ignoresText(); }
   bool readsCdata() const { return builder_.readsCdata(); }
+  Encoding encodingFor(const char* begin, const char* end) {
+    if constexpr (requires { handler_.encodingFor(Span{}); }) {
+      return handler_.encodingFor(span(begin, end));
+    }
+    return Encoding::utf8;
+  }
 
  private:
   std::uint32_t offset(const char* at) const {

@@ -49,8 +49,8 @@ class FormattingList {
   }
 
   std::uint32_t last() const { return last_; }
-  FormattingNode& at(std::uint32_t node) { return nodes_.data()[node]; }
-  const FormattingNode& at(std::uint32_t node) const { return nodes_.data()[node]; }
+  FormattingNode& at(std::uint32_t node) { return unchecked(nodes_, node); }
+  const FormattingNode& at(std::uint32_t node) const { return unchecked(nodes_, node); }
   bool isMarker(std::uint32_t node) const { return at(node).name == kUnknownName; }
 
   // Whether "reconstruct the active formatting elements" would open anything.
@@ -82,11 +82,11 @@ class FormattingList {
   // Makes all nodes from `first` on nodes of no run.
   void dissolveRuns(std::uint32_t first);
   // Whether any element of this name stands in the list, before the last marker too.
-  bool holds(NameNumber name) const { return newest_.data()[name] != kNone; }
+  bool holds(NameNumber name) const { return unchecked(newest_, name) != kNone; }
 
   // The last element of this name after the last marker, or kNone.
   std::uint32_t lastNamed(NameNumber name) const {
-    const std::uint32_t node = newest_.data()[name];
+    const std::uint32_t node = unchecked(newest_, name);
     return at(node).segment == segment_ ? node : kNone;
   }
 
@@ -149,7 +149,7 @@ inline void FormattingList::append(std::uint32_t node, std::uint32_t slot) {
   entry.earlier = last_;
   at(last_).later = node;
   last_ = node;
-  std::uint32_t& newest = newest_.data()[entry.name];
+  std::uint32_t& newest = unchecked(newest_, entry.name);
   entry.earlierNamesake = newest;
   at(newest).laterNamesake = node;
   newest = node;
@@ -161,7 +161,7 @@ inline void FormattingList::removeLast() {
   open_.at(entry.slot).formatting = kNone;
   last_ = entry.earlier;
   at(entry.earlier).later = kNone;
-  newest_.data()[entry.name] = entry.earlierNamesake;
+  unchecked(newest_, entry.name) = entry.earlierNamesake;
   at(entry.earlierNamesake).laterNamesake = kNone;
   if (entry.kind != kNone) unlinkKind(node);
   free(node);

@@ -11,6 +11,7 @@
 #include <string_view>
 
 #include "base/byte_class.h"
+#include "base/unchecked.h"
 #include "page/names.h"
 
 namespace pagescan::internal {
@@ -147,11 +148,11 @@ class NameHash {
   }
 
   // The name of a number; for 0 one of length 0.
-  const KnownName& known(NameId number) const { return names_.data()[number]; }
+  const KnownName& known(NameId number) const { return unchecked(names_, number); }
 
   // The number of the name with this key, or 0. What lies between head and tail is not compared.
   NameId find(const NameKey& key) const {
-    const NameId found = slots_.data()[slotOf(key)];
+    const NameId found = unchecked(slots_, slotOf(key));
     return static_cast<NameId>(found & -static_cast<int>(known(found).matches(key)));
   }
 

@@ -7,8 +7,7 @@
 //            html  body  div           b   div
 //
 // - An open element has a slot; later ones have higher slots. Removal from the middle leaves a
-// hole,
-//   so slots above it stay valid.
+//   hole, so slots above it stay valid.
 // - The newest open element of a name is known, and from each the one before it of the same name,
 //   so that "is in scope" compares two slots.
 // - Each element knows the nearest at or below it that ends a scope, that is special, that ends the
@@ -23,6 +22,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/unchecked.h"
 #include "page/element_traits.h"
 
 namespace pagescan::internal {
@@ -59,8 +59,8 @@ class OpenElements {
 
   bool empty() const { return top_ == kNone; }
   std::uint32_t top() const { return top_; }
-  OpenElement& at(std::uint32_t slot) { return entries_.data()[slot]; }
-  const OpenElement& at(std::uint32_t slot) const { return entries_.data()[slot]; }
+  OpenElement& at(std::uint32_t slot) { return unchecked(entries_, slot); }
+  const OpenElement& at(std::uint32_t slot) const { return unchecked(entries_, slot); }
   OpenElement& current() { return at(top_); }
   const OpenElement& current() const { return at(top_); }
   // The slot of the first element that was opened.
@@ -103,9 +103,9 @@ class OpenElements {
   std::vector<OpenElement> takeFrom(std::uint32_t slot);
 
   // The newest open element of a name, or kNone.
-  std::uint32_t newest(Element element) const { return newestHtml_.data()[id(element)]; }
+  std::uint32_t newest(Element element) const { return unchecked(newestHtml_, id(element)); }
   std::uint32_t newestNamed(NameNumber name) const {
-    return name < newestHtml_.size() ? newestHtml_.data()[name] : kNone;
+    return name < newestHtml_.size() ? unchecked(newestHtml_, name) : kNone;
   }
   std::uint32_t newestForeign(NameNumber name) const {
     return name < newestForeign_.size() ? newestForeign_[name] : kNone;
@@ -161,7 +161,7 @@ class OpenElements {
 
  private:
   std::uint32_t& newestOf(Namespace space, NameNumber name) {
-    return (space == Namespace::html ? newestHtml_ : newestForeign_).data()[name];
+    return unchecked(space == Namespace::html ? newestHtml_ : newestForeign_, name);
   }
   // Whether `slot` is at or above the newest open element of a name.
   bool isAbove(std::uint32_t slot, Element element) const { return slot >= newest(element); }

@@ -36,6 +36,7 @@ class PartReader {
   void rawText(const StartTag& tag, Span text);
   void svgStyleText(std::uint32_t owner, Span text, bool isCdata);
   void svgStyleEnds(std::uint32_t owner);
+  Encoding encodingFor(Span text);
   void bodyLeaves(std::uint32_t bodyBegin);
 
  private:

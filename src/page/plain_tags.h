@@ -10,6 +10,7 @@
 #ifndef PAGESCAN_PAGE_PLAIN_TAGS_H
 #define PAGESCAN_PAGE_PLAIN_TAGS_H
 
+#include "base/unchecked.h"
 #include "page/body_rules.h"
 #include "page/element_traits.h"
 #include "page/insertion_mode.h"
@@ -101,7 +102,7 @@ struct PlainTagTable {
     }
   }
   const PlainTag& of(std::uint32_t name) const {
-    return rows.data()[name < kElementCount ? name : kUnknownName];
+    return unchecked(rows, name < kElementCount ? name : kUnknownName);
   }
 
   std::array<PlainTag, kElementCount> rows;

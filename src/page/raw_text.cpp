@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cstring>
+#include <string>
 
+#include "encoding/decoder.h"
 #include "page/tag_scanner.h"
 
 namespace pagescan::internal {
@@ -76,6 +78,20 @@ const char* commentEnd(const char* begin, const char* end) {
     if (dashes - begin >= 2 && dashes[-1] == '-' && dashes[-2] == '-') return at + 1;
   }
   return end;
+}
+
+const char* cdataEnd(const char* begin, const char* end, Encoding encoding) {
+  constexpr std::string_view kClose = "]]>";
+  std::string decoded;
+  for (const char* from = begin;;) {
+    const std::string_view left(from, static_cast<std::size_t>(end - from));
+    const std::size_t close = left.find(kClose);
+    if (close == std::string_view::npos) return end;
+    decoded.clear();
+    appendDecoded(decoded, left.substr(0, close + kClose.size()), encoding);
+    if (decoded.ends_with(kClose)) return from + close;
+    from += close + 1;  // a character ended there
+  }
 }
 
 bool startsDoctype(std::string_view text) {

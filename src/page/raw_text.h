@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "encoding/encoding.h"
+
 namespace pagescan::internal {
 
 // How the tokenizer reads on after a start tag (13.2.5.1 to 13.2.5.5).
@@ -20,6 +22,11 @@ const char* scriptEnd(const char* begin, const char* end, std::string_view name)
 
 // After the end of the comment whose text starts at `begin`; `end` for one that does not end.
 const char* commentEnd(const char* begin, const char* end);
+
+// The "]]>" that ends the CDATA section whose text starts at `begin`, or `end`. In encodings such
+// as Shift_JIS a "]" may be the second byte of a character, which ends nothing.
+// Cost   linear in the text of the section, which is decoded
+const char* cdataEnd(const char* begin, const char* end, Encoding encoding);
 
 // Whether a text starts with "<!doctype", ASCII case ignored.
 bool startsDoctype(std::string_view text);

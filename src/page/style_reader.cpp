@@ -39,6 +39,11 @@ void PartReader::readSheet(const Situation& style, const Found& found, std::uint
   }
 }
 
+Encoding PartReader::encodingFor(Span text) {
+  page_.noteBytes(text_.text().substr(text.begin, text.end - text.begin));
+  return text_.encoding();
+}
+
 void PartReader::svgStyleText(std::uint32_t owner, Span text, bool isCdata) {
   if (svgSheets_.empty() || svgSheets_.back().owner != owner || !svgSheets_.back().found) return;
   SvgSheet& sheet = svgSheets_.back();

@@ -16,6 +16,7 @@
 //                                null leaves it to endTag. A sink may do without this member
 //   bool ignoresText()           whether text() may be left out now
 //   bool readsCdata()            whether "<![CDATA[" starts a section
+//   Encoding encodingFor(begin, end)   of bytes whose meaning is about to be asked for
 // What the end of the page cuts off (a tag, a comment) is no token. Cost linear in the page.
 #ifndef PAGESCAN_PAGE_TOKENIZER_H
 #define PAGESCAN_PAGE_TOKENIZER_H
@@ -163,9 +164,9 @@ class Tokenizer {
   }
 
   void readCdata(const char* begin) {
-    const std::string_view left(begin, static_cast<std::size_t>(end_ - begin));
-    const std::size_t length = left.find("]]>");
-    const char* const end = length == std::string_view::npos ? end_ : begin + length;
+    // Up to the first such bytes nothing but the encoding decides; for most, not even that.
+    const char* const first = cdataEnd(begin, end_, Encoding::utf8);
+    const char* const end = cdataEnd(begin, end_, sink_.encodingFor(begin, first));
     if (begin != end) sink_.cdata(begin, end);
     at_ = end == end_ ? end_ : end + 3;
   }

@@ -58,6 +58,9 @@ class TagRecorder {
   void doctype(const internal::Doctype&) {}
   bool ignoresText() const { return false; }
   bool readsCdata() const { return cdata_; }
+  static internal::Encoding encodingFor(const char*, const char*) {
+    return internal::Encoding::utf8;
+  }
 
   void readCdata() { cdata_ = true; }
   Tags tags;

@@ -76,6 +76,34 @@ TEST(Page, IsReadAgainWhereALateMetaChangesWhatWasRead) {
   EXPECT_EQ(converted.value(converted.references()[0]), "\xE3\x81\x82");
 }
 
+// The "]" after the byte 83 is the second byte of a character.
+TEST(Page, EndsCdataSectionsAtCharacters) {
+  struct Row {
+    std::string_view charset, page;
+    std::size_t references;
+  };
+  constexpr Row kRows[] = {
+      {"shift_jis", "<svg><![CDATA[\x83]]><a href=x></a>]]><a href=y></a>", 1},
+      {"windows-1252", "<svg><![CDATA[\x83]]><a href=x></a>]]><a href=y></a>", 2},
+      {"shift_jis", "<svg><![CDATA[\x83]]]><a href=x></a>", 1},
+      {"gbk", "<svg><![CDATA[\x83]]><a href=x></a>", 0},
+      {"utf-8", "<svg><![CDATA[\x83]]><a href=x></a>", 1},
+      {"",
+       "<template><svg><![CDATA[\x83]]><a href=x></a>]]></svg></template>"
+       "<meta charset=shift_jis><a href=y></a>",
+       1},
+  };
+  for (const Row& row : kRows) {
+    PageOptions options;
+    options.charset = row.charset;
+    EXPECT_EQ(Page(row.page, options).references().size(), row.references) << row.page;
+  }
+  const std::string late = "<!--" + std::string(1100, 'x') +
+                           "--><template><svg><![CDATA[\x83]]><a href=x></a>]]></svg></template>"
+                           "<meta charset=shift_jis><a href=y></a>";
+  EXPECT_EQ(Page(late).references().size(), 1U);
+}
+
 TEST(Page, ResolvesAgainstWhatIsInForce) {
   const Page page = pageOf("<img src=1><a href=2></a><base href=/b/><img src=3>");
   EXPECT_EQ(page.base(), "http://h/b/");
