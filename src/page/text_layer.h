@@ -62,7 +62,7 @@ class TextLayer {
 
  private:
   Span throughLayers(std::size_t begin, std::size_t end) const;
-  std::uint32_t throughLayers(std::size_t begin) const;
+  std::uint32_t throughLayers(std::size_t at) const;
   std::size_t outerBegin(std::size_t at) const;
   std::size_t outerEnd(std::size_t at) const;
 
