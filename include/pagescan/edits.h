@@ -64,8 +64,8 @@ PAGESCAN_PAGE_EXPORT std::string_view sentenceOf(EditRefusal reason);
 
 // An edit that was not made.
 struct RefusedEdit {
-  std::size_t edit;  // its index; that of a ByteEdit counts on after the last Edit
-  EditRefusal reason;
+  std::size_t edit;    // its index; that of a ByteEdit counts on after the last Edit
+  EditRefusal reason;  // why
 };
 
 // What applyEdits() gives.
