@@ -149,8 +149,7 @@ void JsonWriter::endLine() {
 void JsonWriter::putPlain(std::string_view text) {
   char* at = makeRoom(text.size() + 2);
   *at++ = '"';
-  std::memcpy(at, text.data(), text.size());
-  at += text.size();
+  at = std::copy(text.begin(), text.end(), at);  // memcpy takes no null of an empty text
   *at++ = '"';
   at_ = at;
 }
