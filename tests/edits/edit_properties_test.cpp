@@ -9,6 +9,7 @@
 
 #include "fuzz/support/edit_promises.h"
 #include "pagescan/edits.h"
+#include "support/code_points.h"
 #include "support/generated_texts.h"
 
 namespace pagescan::tests {
@@ -20,21 +21,6 @@ struct Sample {
   std::string name, bytes, charset;
   Profiles profiles = 0;
 };
-
-// The inverse of listing bytes as code points.
-std::string asBytes(const std::string& text) {
-  std::string bytes;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const auto lead = static_cast<unsigned char>(text[i]);
-    if (lead < 0x80) {
-      bytes += text[i];
-    } else {
-      const auto trail = static_cast<unsigned char>(text[++i]);
-      bytes += static_cast<char>((lead & 0x03) << 6 | (trail & 0x3F));
-    }
-  }
-  return bytes;
-}
 
 // The pages that the inventory is held to.
 std::vector<Sample> samples() {

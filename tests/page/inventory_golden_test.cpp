@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "pagescan/page.h"
+#include "support/code_points.h"
 #include "support/placement.h"
 
 namespace pagescan::tests {
@@ -36,21 +37,6 @@ std::string asCodePoints(std::string_view bytes) {
     }
   }
   return text;
-}
-
-// The inverse, for pages in the cases.
-std::string asBytes(const std::string& text) {
-  std::string bytes;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const auto lead = static_cast<unsigned char>(text[i]);
-    if (lead < 0x80) {
-      bytes += text[i];
-    } else {
-      const auto trail = static_cast<unsigned char>(text[++i]);
-      bytes += static_cast<char>((lead & 0x03) << 6 | (trail & 0x3F));
-    }
-  }
-  return bytes;
 }
 
 bool isUtf8(const std::string& text) {

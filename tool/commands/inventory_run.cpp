@@ -2,9 +2,6 @@
 
 #include <algorithm>
 #include <atomic>
-#include <system_error>
-#include <thread>
-#include <vector>
 
 #include "input.h"
 #include "input_kind.h"
@@ -13,6 +10,7 @@
 #include "output/messages.h"
 #include "output/progress.h"
 #include "turns.h"
+#include "worker_threads.h"
 
 namespace pagescan::tool {
 
@@ -30,14 +28,7 @@ class Inventory {
         progress_(names_.size(), output.isTerminal()) {}
 
   ExitStatus run() {
-    std::vector<std::jthread> threads;
-    const std::size_t wanted = std::min<std::size_t>(options_.jobs, names_.size());
-    try {
-      while (threads.size() + 1 < wanted) threads.emplace_back([this] { work(); });
-    } catch (const std::system_error&) {  // the threads that there are will do
-    }
-    work();
-    threads.clear();  // waits for them
+    runOnThreads(std::min<std::size_t>(options_.jobs, names_.size()), [this] { work(); });
     return isWhole_ ? kSuccess : kFailed;
   }
 

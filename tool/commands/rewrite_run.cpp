@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <atomic>
 #include <set>
-#include <system_error>
-#include <thread>
 #include <utility>
 #include <vector>
 
@@ -15,6 +13,7 @@
 #include "output/progress.h"
 #include "output/replacement.h"
 #include "turns.h"
+#include "worker_threads.h"
 
 namespace pagescan::tool {
 
@@ -38,14 +37,7 @@ class RewriteRun {
 
   ExitStatus run() {
     tellUnknownNames();
-    std::vector<std::jthread> threads;
-    const std::size_t wanted = std::min<std::size_t>(options_.jobs, names_.size());
-    try {
-      while (threads.size() + 1 < wanted) threads.emplace_back([this] { work(); });
-    } catch (const std::system_error&) {  // the threads that there are will do
-    }
-    work();
-    threads.clear();  // waits for them
+    runOnThreads(std::min<std::size_t>(options_.jobs, names_.size()), [this] { work(); });
     progress_.clear();
     if (isWhole_) finish();
     return isWhole_ ? kSuccess : kFailed;

@@ -2,8 +2,9 @@
 
 #include <unistd.h>
 
-#include <cerrno>
 #include <cstddef>
+
+#include "output/write_all.h"
 
 namespace pagescan::tool {
 
@@ -36,14 +37,7 @@ bool Output::isTerminal() const {
 }
 
 void Output::send(std::string_view bytes) {
-  while (!bytes.empty() && error_ == 0) {
-    const ssize_t written = ::write(descriptor_, bytes.data(), bytes.size());
-    if (written >= 0) {
-      bytes.remove_prefix(static_cast<std::size_t>(written));
-    } else if (errno != EINTR) {
-      error_ = errno;
-    }
-  }
+  if (error_ == 0) error_ = writeAll(descriptor_, bytes);
 }
 
 }  // namespace pagescan::tool

@@ -10,6 +10,8 @@
 #include <cstring>
 #include <utility>
 
+#include "output/write_all.h"
+
 namespace pagescan::tool {
 
 namespace {
@@ -36,18 +38,6 @@ mode_t usualMode() {
   const mode_t mask = ::umask(0);
   ::umask(mask);
   return 0666 & ~mask;
-}
-
-std::string writeAll(int descriptor, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
-    if (written >= 0) {
-      bytes.remove_prefix(static_cast<std::size_t>(written));
-    } else if (errno != EINTR) {
-      return reason();
-    }
-  }
-  return "";
 }
 
 }  // namespace
@@ -97,8 +87,7 @@ std::string Replacement::writeBeside(std::string_view bytes, bool keepsTimes) {
 }
 
 std::string Replacement::write(int descriptor, std::string_view bytes, bool keepsTimes) const {
-  std::string failure = writeAll(descriptor, bytes);
-  if (!failure.empty()) return failure;
+  if (const int error = writeAll(descriptor, bytes); error != 0) return std::strerror(error);
   const bool isOthers = exists_ && (status_.st_uid != ::geteuid() || status_.st_gid != ::getegid());
   if (isOthers && ::fchown(descriptor, status_.st_uid, status_.st_gid) != 0) {
     return "cannot keep its owner: " + reason();

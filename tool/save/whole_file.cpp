@@ -9,6 +9,8 @@
 #include <cstdio>
 #include <utility>
 
+#include "output/write_all.h"
+
 namespace pagescan::tool {
 
 WholeFile::WholeFile(std::string path) : path_(std::move(path)), descriptor_(-1) {
@@ -30,14 +32,7 @@ void WholeFile::close() {
 }
 
 void WholeFile::write(std::string_view bytes) {
-  while (!bytes.empty() && error_ == 0) {
-    const ssize_t written = ::write(descriptor_, bytes.data(), bytes.size());
-    if (written >= 0) {
-      bytes.remove_prefix(static_cast<std::size_t>(written));
-    } else if (errno != EINTR) {
-      error_ = errno;
-    }
-  }
+  if (error_ == 0) error_ = writeAll(descriptor_, bytes);
 }
 
 bool WholeFile::commit(bool isDurable) {
